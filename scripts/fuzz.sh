@@ -1,0 +1,51 @@
+#!/usr/bin/env bash
+# Builds the libFuzzer targets with clang in their own build directory and runs each one,
+# one after the other, for the given number of seconds (default 300), then prints how many
+# inputs each executed. Crash inputs land in <build>/fuzz-artifacts/<target>/.
+#
+#   scripts/fuzz.sh [seconds]
+#   BUILD_DIR=/tmp/build-fuzz TARGETS="fuzz_parse" scripts/fuzz.sh 60
+set -euo pipefail
+
+seconds=${1:-300}
+root=$(cd "$(dirname "$0")/.." && pwd)
+build=${BUILD_DIR:-$root/build-fuzz}
+targets=${TARGETS:-"fuzz_parse fuzz_events_paste"}
+
+CC=clang CXX=clang++ cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+  -DZO_BUILD_FUZZ=ON -DZO_BUILD_TESTS=OFF -DZO_BUILD_BENCH=OFF >/dev/null
+cmake --build "$build" -j2 --target $targets
+
+export QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-offscreen}
+# Qt and the system libraries are not instrumented; their allocations at exit are not ours.
+export ASAN_OPTIONS=${ASAN_OPTIONS:-detect_leaks=1:abort_on_error=1}
+export UBSAN_OPTIONS=${UBSAN_OPTIONS:-print_stacktrace=1:halt_on_error=1}
+
+summary=()
+status=0
+for target in $targets; do
+  corpus="$build/fuzz-corpus/$target"      # grows as the fuzzer finds new paths
+  artifacts="$build/fuzz-artifacts/$target/"
+  log="$build/fuzz-logs/$target.log"
+  mkdir -p "$corpus" "$artifacts" "$(dirname "$log")"
+  echo "== $target for ${seconds}s (log: $log)"
+  set +e
+  "$build/fuzz/$target" "$corpus" "$root/fuzz/corpus/$target" \
+    -max_total_time="$seconds" -max_len=32768 -timeout=10 -rss_limit_mb=4096 \
+    -print_final_stats=1 -artifact_prefix="$artifacts" >"$log" 2>&1
+  rc=$?
+  set -e
+  execs=$(grep -o 'stat::number_of_executed_units: *[0-9]*' "$log" | grep -o '[0-9]*$' || true)
+  crashes=$(find "$artifacts" -type f | wc -l)
+  line="$target: ${execs:-?} executions in ${seconds}s, exit $rc, $crashes artifact(s) in $artifacts"
+  echo "$line"
+  summary+=("$line")
+  if [ "$rc" -ne 0 ]; then
+    status=1
+    grep -m1 -E 'ERROR: (AddressSanitizer|libFuzzer)|runtime error|fuzz_[a-z_]+: ' "$log" || true
+  fi
+done
+
+echo "== summary"
+printf '%s\n' "${summary[@]}"
+exit $status
