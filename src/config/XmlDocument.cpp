@@ -442,8 +442,8 @@ XmlNode& XmlNode::operator=(XmlNode const& other)
     // Copy first into a detached holder, so that other may lie inside this subtree (or
     // this inside other's) without being changed while it is read.
     XmlNode* holder = storage->NewNode(m_tag);
-    std::unordered_map<TagRecord const*, TagRecord const*> tagMap;
-    storage->CopyTagAndText(holder, &other, tagMap);
+    zo::xml::TagTranslator tags(*Storage::Of(&other), *storage);
+    storage->CopyTagAndText(holder, &other, tags);
     storage->CopyChildren(holder, &other);
     storage->FreeDescendants(this);
     m_tag = holder->m_tag;

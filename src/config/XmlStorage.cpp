@@ -175,15 +175,24 @@ void Storage::FreeNode(XmlNode* node)
 
 void Storage::FreeDescendants(XmlNode* node)
 {
-    std::vector<XmlNode*> pending;
-    for (XmlNode* child = node->m_first; child; child = child->m_next)
-        pending.push_back(child);
-    while (!pending.empty()) {
-        XmlNode* current = pending.back();
-        pending.pop_back();
-        for (XmlNode* child = current->m_first; child; child = child->m_next)
-            pending.push_back(child);
+    // Post-order walk through the links themselves: no stack, whatever the depth.
+    XmlNode* current = node->m_first;
+    while (current) {
+        if (current->m_first) {
+            current = current->m_first;
+            continue;
+        }
+        XmlNode* next = current->m_next;
+        XmlNode* parent = current->m_parent;
         FreeNode(current);
+        current = next;
+        while (!current && parent != node) {
+            next = parent->m_next;
+            XmlNode* grandParent = parent->m_parent;
+            FreeNode(parent);
+            current = next;
+            parent = grandParent;
+        }
     }
     node->m_first = nullptr;
     node->m_childCount = 0;
@@ -381,23 +390,25 @@ void Storage::MoveChildren(XmlNode* to, XmlNode* from)
     from->m_childCount = 0;
 }
 
-void Storage::CopyTagAndText(XmlNode* target, XmlNode const* source,
-                             std::unordered_map<TagRecord const*, TagRecord const*>& tagMap)
+TagRecord const* TagTranslator::Translate(TagRecord const* source)
 {
-    if (Of(source) == this) {
-        target->m_tag = source->m_tag;
-    } else {
-        auto found = tagMap.find(source->m_tag);
-        if (found == tagMap.end())
-            found = tagMap.emplace(source->m_tag, Intern(source->m_tag->utf8)).first;
-        target->m_tag = found->second;
-    }
+    if (m_same)
+        return source;
+    Entry& entry = m_entries[(reinterpret_cast<std::uintptr_t>(source) >> 5) & (kSize - 1)];
+    if (entry.source != source)
+        entry = Entry{source, m_target.Intern(source->utf8)};
+    return entry.target;
+}
+
+void Storage::CopyTagAndText(XmlNode* target, XmlNode const* source, TagTranslator& tags)
+{
+    target->m_tag = tags.Translate(source->m_tag);
     SetText(target, source->TextUtf8());
 }
 
 void Storage::CopyChildren(XmlNode* target, XmlNode const* source)
 {
-    std::unordered_map<TagRecord const*, TagRecord const*> tagMap;
+    TagTranslator tagMap(*Of(source), *this);
     std::vector<std::pair<XmlNode const*, XmlNode*>> pending{{source, target}};
     while (!pending.empty()) {
         auto [from, to] = pending.back();

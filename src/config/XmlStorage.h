@@ -23,6 +23,25 @@ struct StringViewHash {
     std::size_t operator()(std::string_view s) const noexcept { return std::hash<std::string_view>{}(s); }
 };
 
+class Storage;
+
+// Maps tags of one document to the same tags interned in another (identity within one).
+class TagTranslator {
+public:
+    TagTranslator(Storage const& source, Storage& target) : m_target(target), m_same(&source == &target) {}
+    TagRecord const* Translate(TagRecord const* source);
+
+private:
+    struct Entry {
+        TagRecord const* source = nullptr;
+        TagRecord const* target = nullptr;
+    };
+    static constexpr std::size_t kSize = 64;
+    Storage& m_target;
+    bool m_same;
+    Entry m_entries[kSize];
+};
+
 class Storage {
 public:
     explicit Storage(XmlDocument* owner);
@@ -59,8 +78,7 @@ public:
     // Deep copy of source's children (from any document) appended below target (this one's).
     void CopyChildren(XmlDocument::XmlNode* target, XmlDocument::XmlNode const* source);
     // Copies the tag and the text of source onto target.
-    void CopyTagAndText(XmlDocument::XmlNode* target, XmlDocument::XmlNode const* source,
-                        std::unordered_map<TagRecord const*, TagRecord const*>& tagMap);
+    void CopyTagAndText(XmlDocument::XmlNode* target, XmlDocument::XmlNode const* source, TagTranslator& tags);
     // Moves all children of `from` to the end of `to` (both of this storage).
     static void MoveChildren(XmlDocument::XmlNode* to, XmlDocument::XmlNode* from);
 
