@@ -16,7 +16,7 @@ public:
     ZoBasicString<wchar_t> getImageFilePath(wchar_t const* fileName) const;
     void SetImageFolder(ZoBasicString<wchar_t> const& folder);
 
-    // The program's icon (the spec's ProgramIDResource), for dialog window icons.
+    // The program's icon (ProgramIDResource), for dialog window icons.
     int ProgramIDResource() const;
     QIcon ProgramIcon() const;
 

@@ -1,0 +1,516 @@
+#include "ZoEDlgEventCfg.h"
+
+#include "editor/ZoTimeTableChoiceModel.h"
+#include "platform/setup/ZoEventSystem.h"
+#include "platform/tools/ZoIds.h"
+#include "platform/tools/ZoTexts.h"
+#include "platform/ui/ZoIcons.h"
+#include "platform/ui/ZoMessage.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QFrame>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStandardItemModel>
+#include <QTabWidget>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+namespace {
+
+QLineEdit* NewEdit(QWidget* parent, char const* objectName, int maxLength)
+{
+    auto* edit = new QLineEdit(parent);
+    edit->setObjectName(QLatin1String(objectName));
+    edit->setMaxLength(maxLength);
+    return edit;
+}
+
+QLabel* NewLabel(QWidget* parent, char const* objectName, QString const& text, QWidget* buddy)
+{
+    auto* label = new QLabel(text, parent);
+    label->setObjectName(QLatin1String(objectName));
+    label->setBuddy(buddy);
+    return label;
+}
+
+QCheckBox* NewCheck(QWidget* parent, char const* objectName, QString const& text)
+{
+    auto* check = new QCheckBox(text, parent);
+    check->setObjectName(QLatin1String(objectName));
+    return check;
+}
+
+QFrame* NewSeparator(QWidget* parent)
+{
+    auto* line = new QFrame(parent);
+    line->setFrameShape(QFrame::HLine);
+    line->setFrameShadow(QFrame::Sunken);
+    return line;
+}
+
+// A list of the annotation area (groups, arguments): its columns are there, its rows and
+// commands come with the membership and argument editing.
+QTreeView* NewAreaList(QWidget* parent, char const* objectName, QString const& valueHeader)
+{
+    auto* model = new QStandardItemModel(0, 2, parent);
+    model->setHorizontalHeaderLabels({QString(), valueHeader});
+    auto* list = new QTreeView(parent);
+    list->setObjectName(QLatin1String(objectName));
+    list->setModel(model);
+    list->setRootIsDecorated(false);
+    list->setSelectionBehavior(QAbstractItemView::SelectRows);
+    list->header()->setStretchLastSection(true);
+    list->header()->resizeSection(0, 40);
+    list->setMinimumHeight(80);
+    list->setEnabled(false);
+    return list;
+}
+
+std::wstring TextOf(QLineEdit const* edit)
+{
+    return edit->text().toStdWString();
+}
+
+void SetTextOf(QLineEdit* edit, std::wstring const& text)
+{
+    edit->setText(QString::fromStdWString(text));
+}
+
+} // namespace
+
+ZoEDlgEventCfg::ZoEDlgEventCfg(QWidget* parent, XmlNode* event, XmlNode const* eventsRoot,
+                               XmlNode const* groupsRoot, XmlNode const* timeTablesRoot,
+                               XmlDocument* users)
+    : ZoDialog(parent)
+    , m_event(event)
+    , m_eventsRoot(eventsRoot)
+    , m_groupsRoot(groupsRoot)
+    , m_timeTablesRoot(timeTablesRoot)
+    , m_users(users)
+    , m_id(event ? event->Value(L"id", L"") : std::wstring())
+{
+    setObjectName(QStringLiteral("eventEditor"));
+    setSizeGripEnabled(true);
+    BuildControls();
+    ConnectHandlers();
+}
+
+ZoEDlgEventCfg::~ZoEDlgEventCfg() = default;
+
+// ---- controls ---------------------------------------------------------------------------
+
+void ZoEDlgEventCfg::BuildControls()
+{
+    m_tabs = new QTabWidget(this);
+    m_tabs->setObjectName(QStringLiteral("tabs"));
+    m_tabs->addTab(BuildGeneralTab(), ZoText(825));
+    m_tabs->addTab(BuildAdvancedTab(), ZoText(34173));
+    m_tabs->addTab(BuildActionsTab(0), ZoText(34106));
+    m_tabs->addTab(BuildActionsTab(1), ZoText(34107));
+
+    m_ok = new QPushButton(ZoImageIcon(L"OK-16.png"), ZoText(311), this);
+    m_ok->setObjectName(QStringLiteral("okButton"));
+    m_ok->setDefault(true);
+    m_cancel = new QPushButton(ZoImageIcon(L"CANCEL-16.png"), ZoText(312), this);
+    m_cancel->setObjectName(QStringLiteral("cancelButton"));
+    auto* buttons = new QDialogButtonBox(this);
+    buttons->addButton(m_ok, QDialogButtonBox::AcceptRole);
+    buttons->addButton(m_cancel, QDialogButtonBox::RejectRole);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(m_tabs, 1);
+    layout->addWidget(buttons);
+
+    setMinimumSize(540, 460);
+    resize(640, 520);
+}
+
+QWidget* ZoEDlgEventCfg::BuildGeneralTab()
+{
+    auto* page = new QWidget(this);
+    m_name = NewEdit(page, "nameEdit", 50);
+    m_description = NewEdit(page, "descriptionEdit", 256);
+    m_condition = NewEdit(page, "conditionEdit", 512);
+    m_stopEnabled = NewCheck(page, "stopConditionCheck", ZoText(33119));
+    m_stopCondition = NewEdit(page, "stopConditionEdit", 512);
+    m_delayActivate = NewEdit(page, "delayActivateEdit", 512);
+    m_delayDeactivate = NewEdit(page, "delayDeactivateEdit", 512);
+    m_timeTables = new ZoTimeTableChoiceModel(this);
+    m_timeTable = new QComboBox(page);
+    m_timeTable->setObjectName(QStringLiteral("timeTableCombo"));
+    m_timeTable->setModel(m_timeTables);
+    m_timeTable->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    m_timeTable->setMinimumContentsLength(24);
+    m_notify = NewCheck(page, "notifyCheck", ZoText(32827));
+    m_record = NewCheck(page, "recordCheck", ZoText(32828));
+    m_enabled = NewCheck(page, "enabledCheck", ZoText(37889));
+
+    m_conditionLabel = NewLabel(page, "conditionLabel", ZoText(32479), m_condition);
+    m_stopLabel = NewLabel(page, "stopConditionLabel", ZoText(33120), m_stopCondition);
+    m_delayActivateLabel = NewLabel(page, "delayActivateLabel", ZoText(32802), m_delayActivate);
+    m_delayDeactivateLabel =
+        NewLabel(page, "delayDeactivateLabel", ZoText(32803), m_delayDeactivate);
+
+    auto* timeTableRow = new QHBoxLayout;
+    timeTableRow->addWidget(m_timeTable);
+    timeTableRow->addStretch(1);
+    auto* flags = new QHBoxLayout;
+    flags->setSpacing(24);
+    flags->addWidget(m_enabled);
+    flags->addWidget(m_notify);
+    flags->addWidget(m_record);
+    flags->addStretch(1);
+
+    auto* form = new QFormLayout(page);
+    form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
+    form->setRowWrapPolicy(QFormLayout::DontWrapRows);
+    form->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    form->addRow(NewLabel(page, "nameLabel", ZoText(355), m_name), m_name);
+    form->addRow(NewLabel(page, "descriptionLabel", ZoText(32795), m_description), m_description);
+    form->addRow(NewSeparator(page));
+    form->addRow(m_conditionLabel, m_condition);
+    form->addRow(QString(), m_stopEnabled);
+    form->addRow(m_stopLabel, m_stopCondition);
+    form->addRow(m_delayActivateLabel, m_delayActivate);
+    form->addRow(m_delayDeactivateLabel, m_delayDeactivate);
+    form->addRow(NewSeparator(page));
+    form->addRow(NewLabel(page, "timeTableLabel", ZoText(32829), m_timeTable), timeTableRow);
+    form->addRow(QString(), flags);
+    return page;
+}
+
+QWidget* ZoEDlgEventCfg::BuildAdvancedTab()
+{
+    auto* page = new QWidget(this);
+
+    m_feedGroup = new QGroupBox(page);
+    m_feedGroup->setObjectName(QStringLiteral("feedGroup"));
+    m_rssActivate = NewCheck(m_feedGroup, "rssActivateCheck", ZoText(34709));
+    m_rssDeactivate = NewCheck(m_feedGroup, "rssDeactivateCheck", ZoText(34710));
+    m_rssAcknowledge = NewCheck(m_feedGroup, "rssAcknowledgeCheck", ZoText(34711));
+    auto* feed = new QVBoxLayout(m_feedGroup);
+    feed->addWidget(m_rssActivate);
+    feed->addWidget(m_rssDeactivate);
+    feed->addWidget(m_rssAcknowledge);
+
+    auto* annotations = new QGroupBox(ZoText(36787), page);
+    annotations->setObjectName(QStringLiteral("annotationGroup"));
+    m_groupsList = NewAreaList(annotations, "groupsList", ZoText(355));
+    m_argumentsList = NewAreaList(annotations, "argumentsList", ZoText(32433));
+    m_annotation = NewEdit(annotations, "annotationEdit", 256);
+    m_deaAnnotation = NewEdit(annotations, "deaAnnotationEdit", 256);
+    m_ackAnnotation = NewEdit(annotations, "ackAnnotationEdit", 256);
+
+    auto* lists = new QGridLayout;
+    lists->addWidget(NewLabel(annotations, "groupsLabel", ZoText(382), m_groupsList), 0, 0);
+    lists->addWidget(NewLabel(annotations, "argumentsLabel", ZoText(32807), m_argumentsList), 0, 1);
+    lists->addWidget(m_groupsList, 1, 0);
+    lists->addWidget(m_argumentsList, 1, 1);
+    lists->setColumnStretch(0, 1);
+    lists->setColumnStretch(1, 1);
+
+    auto* texts = new QFormLayout;
+    texts->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
+    texts->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    texts->addRow(NewLabel(annotations, "annotationLabel", ZoText(36788), m_annotation),
+                  m_annotation);
+    texts->addRow(NewLabel(annotations, "deaAnnotationLabel", ZoText(36789), m_deaAnnotation),
+                  m_deaAnnotation);
+    texts->addRow(NewLabel(annotations, "ackAnnotationLabel", ZoText(36790), m_ackAnnotation),
+                  m_ackAnnotation);
+
+    auto* area = new QVBoxLayout(annotations);
+    area->addLayout(lists, 1);
+    area->addLayout(texts);
+
+    auto* layout = new QVBoxLayout(page);
+    layout->addWidget(m_feedGroup);
+    layout->addWidget(annotations, 1);
+    return page;
+}
+
+// One page per moment; each page receives its action list with the action panes.
+QWidget* ZoEDlgEventCfg::BuildActionsTab(int side)
+{
+    auto* page = new QWidget(this);
+    auto* moments = new QTabWidget(page);
+    moments->setObjectName(side == 0 ? QStringLiteral("actionsMomentTabs")
+                                     : QStringLiteral("clientActionsMomentTabs"));
+    moments->addTab(new QWidget(moments), ZoText(32831));
+    moments->addTab(new QWidget(moments), ZoText(32832));
+    moments->addTab(new QWidget(moments), ZoText(32833));
+    moments->addTab(new QWidget(moments), ZoText(32834));
+    moments->setEnabled(false);
+    m_momentTabs[side] = moments;
+    auto* layout = new QVBoxLayout(page);
+    layout->addWidget(moments);
+    return page;
+}
+
+void ZoEDlgEventCfg::ConnectHandlers()
+{
+    connect(m_ok, &QPushButton::clicked, this, &ZoEDlgEventCfg::OnOK);
+    connect(m_cancel, &QPushButton::clicked, this, &ZoEDlgEventCfg::reject);
+    connect(m_tabs, &QTabWidget::currentChanged, this, &ZoEDlgEventCfg::OnSelchangeTab);
+    connect(m_condition, &QLineEdit::textChanged, this, &ZoEDlgEventCfg::OnEditchangeCondition);
+    connect(m_stopCondition, &QLineEdit::textChanged, this,
+            &ZoEDlgEventCfg::OnEditchangeConditionStop);
+    connect(m_stopEnabled, &QCheckBox::toggled, this, &ZoEDlgEventCfg::OnEnableConditionStop);
+    connect(m_notify, &QCheckBox::toggled, this, &ZoEDlgEventCfg::OnClickedNotify);
+}
+
+// ---- opening ----------------------------------------------------------------------------
+
+void ZoEDlgEventCfg::OnInitDialog()
+{
+    if (!m_event)
+        return;
+    setWindowTitle(m_event->Value(L"name", L"").empty() ? ZoText(32793) : ZoText(32794));
+    if (m_skipCheck && m_focusCode != 0)
+        m_ok->setText(ZoText(34893));
+    LoadFields();
+    m_tabs->setCurrentIndex(TabGeneral);
+    SelectTabOfFocusCode();
+    UpdateFeedControls();
+}
+
+void ZoEDlgEventCfg::LoadFields()
+{
+    ZoEventFields const fields = ZoReadEventFields(*m_event);
+    SetTextOf(m_name, fields.name);
+    SetTextOf(m_description, fields.description);
+    SetTextOf(m_condition, fields.condition);
+    m_stopEnabled->setChecked(fields.stopEnabled);
+    SetTextOf(m_stopCondition, fields.conditionStop);
+    SetTextOf(m_delayActivate, fields.delayToActivate);
+    SetTextOf(m_delayDeactivate, fields.delayToDeactivate);
+    m_notify->setChecked(fields.notify);
+    m_record->setChecked(fields.record);
+    m_enabled->setChecked(fields.enabled);
+    m_rssActivate->setChecked(fields.rssActivate);
+    m_rssDeactivate->setChecked(fields.rssDeactivate);
+    m_rssAcknowledge->setChecked(fields.rssAcknowledge);
+    FillTimeTableList(fields.timeTable);
+    SetTextOf(m_annotation, fields.annotation);
+    SetTextOf(m_deaAnnotation, fields.deaAnnotation);
+    SetTextOf(m_ackAnnotation, fields.ackAnnotation);
+    ZoEnsureActionLists(*m_event);
+    OnEnableConditionStop();
+    m_changed = false;
+}
+
+void ZoEDlgEventCfg::FillTimeTableList(std::optional<std::wstring> const& timeTable)
+{
+    m_timeTables->Fill(m_timeTablesRoot);
+    m_timeTable->setCurrentIndex(m_timeTables->RowOfId(timeTable));
+}
+
+void ZoEDlgEventCfg::SelectTabOfFocusCode()
+{
+    if (m_focusCode == 1)
+        m_tabs->setCurrentIndex(TabGeneral);
+    else if (m_focusCode == 2)
+        m_tabs->setCurrentIndex(TabAdvanced);
+    else if (m_focusCode >= 3 && m_focusCode <= 6) {
+        m_tabs->setCurrentIndex(TabActions);
+        m_momentTabs[0]->setCurrentIndex(m_focusCode - 3);
+    } else if (m_focusCode >= 7 && m_focusCode <= 10) {
+        m_tabs->setCurrentIndex(TabClientActions);
+        m_momentTabs[1]->setCurrentIndex(m_focusCode - 7);
+    }
+}
+
+// ---- change detection and writing -------------------------------------------------------
+
+ZoEventFields ZoEDlgEventCfg::FieldsFromControls() const
+{
+    ZoEventFields fields;
+    fields.name = TextOf(m_name);
+    fields.description = TextOf(m_description);
+    fields.condition = TextOf(m_condition);
+    fields.stopEnabled = m_stopEnabled->isChecked();
+    fields.conditionStop = TextOf(m_stopCondition);
+    fields.delayToActivate = TextOf(m_delayActivate);
+    fields.delayToDeactivate = TextOf(m_delayDeactivate);
+    fields.notify = m_notify->isChecked();
+    fields.record = m_record->isChecked();
+    fields.enabled = m_enabled->isChecked();
+    fields.rssActivate = m_rssActivate->isChecked();
+    fields.rssDeactivate = m_rssDeactivate->isChecked();
+    fields.rssAcknowledge = m_rssAcknowledge->isChecked();
+    if (XmlNode const* table = m_timeTables->EntryAt(m_timeTable->currentIndex()).node)
+        fields.timeTable = table->Value(L"id", L"");
+    fields.annotation = TextOf(m_annotation);
+    fields.deaAnnotation = TextOf(m_deaAnnotation);
+    fields.ackAnnotation = TextOf(m_ackAnnotation);
+    return fields;
+}
+
+ZoEventChange ZoEDlgEventCfg::FirstChange() const
+{
+    if (!m_event)
+        return ZoEventChange::None;
+    return ZoFirstEventChange(*m_event, FieldsFromControls(), m_id, m_changed,
+                              ActionPanelsModified());
+}
+
+bool ZoEDlgEventCfg::HasChanged() const
+{
+    return FirstChange() != ZoEventChange::None;
+}
+
+// The action panes of the two action tabs report their own changes; there are none yet.
+bool ZoEDlgEventCfg::ActionPanelsModified() const
+{
+    return false;
+}
+
+bool ZoEDlgEventCfg::UpdateCfg()
+{
+    ZoWriteEventFields(*m_event, FieldsFromControls());
+    return true;
+}
+
+// ---- OK ---------------------------------------------------------------------------------
+
+void ZoEDlgEventCfg::accept()
+{
+    OnOK();
+}
+
+void ZoEDlgEventCfg::OnOK()
+{
+    if (!m_event) {
+        ZoDialog::reject();
+        return;
+    }
+    // A non-zero focus code opened the event to show a place: OK only closes.
+    if (m_focusCode == 0 && !IsValid())
+        return;
+    if (m_focusCode == 0 && HasChanged())
+        UpdateCfg();
+    ZoDialog::accept();
+}
+
+// ---- validation -------------------------------------------------------------------------
+
+// Hard errors first (name, condition); the formula, argument and action checks follow the
+// condition check.
+bool ZoEDlgEventCfg::IsValid()
+{
+    if (!IsValidName())
+        return false;
+    FillEmptyDelays();
+    if (!HasCondition())
+        return false;
+    return true;
+}
+
+bool ZoEDlgEventCfg::IsValidName()
+{
+    std::wstring const name = TextOf(m_name);
+    if (name.empty()) {
+        ShowTab(TabGeneral);
+        ZoShowMessage(this, 32797);
+        FocusField(m_name);
+        return false;
+    }
+    if (!IsValidId(name.c_str(), true)) {
+        ShowTab(TabGeneral);
+        ZoShowMessage(this, 32764);
+        FocusField(m_name);
+        return false;
+    }
+    // The event's own stored name is found as itself and passes.
+    XmlNode const* owner = m_eventsRoot ? m_eventsRoot->NodeV(L"/event?name=%s?", name.c_str())
+                                        : nullptr;
+    if (owner && owner != m_event) {
+        ShowTab(TabGeneral);
+        ZoShowMessage(this, 32796);
+        FocusField(m_name);
+        return false;
+    }
+    return true;
+}
+
+// A saved event always carries both delays: empty ones become "0".
+void ZoEDlgEventCfg::FillEmptyDelays()
+{
+    if (m_delayActivate->text().isEmpty())
+        m_delayActivate->setText(QStringLiteral("0"));
+    if (m_delayDeactivate->text().isEmpty())
+        m_delayDeactivate->setText(QStringLiteral("0"));
+}
+
+bool ZoEDlgEventCfg::HasCondition()
+{
+    if (!m_condition->text().isEmpty())
+        return true;
+    ShowTab(TabGeneral);
+    ZoShowMessage(this, 32813);
+    FocusField(m_condition);
+    return false;
+}
+
+void ZoEDlgEventCfg::ShowTab(Tab tab)
+{
+    m_tabs->setCurrentIndex(tab);
+}
+
+void ZoEDlgEventCfg::FocusField(QLineEdit* field)
+{
+    field->setFocus(Qt::OtherFocusReason);
+    field->selectAll();
+}
+
+// ---- handlers ---------------------------------------------------------------------------
+
+void ZoEDlgEventCfg::OnSelchangeTab(int index)
+{
+    if (index == TabAdvanced)
+        UpdateFeedControls();
+}
+
+// The condition texts are not compared on OK: editing them marks the event changed.
+void ZoEDlgEventCfg::OnEditchangeCondition()
+{
+    m_changed = true;
+}
+
+void ZoEDlgEventCfg::OnEditchangeConditionStop()
+{
+    m_changed = true;
+}
+
+void ZoEDlgEventCfg::OnEnableConditionStop()
+{
+    bool const on = m_stopEnabled->isChecked();
+    m_stopLabel->setEnabled(on);
+    m_stopCondition->setEnabled(on);
+    m_changed = true;
+}
+
+void ZoEDlgEventCfg::OnClickedNotify()
+{
+    UpdateFeedControls();
+}
+
+// The feed check boxes exist only where the event system offers the feed; acknowledgements
+// are published only for notified events.
+void ZoEDlgEventCfg::UpdateFeedControls()
+{
+    bool const feed = ZoEventSystem::instance()->IsFeedAvailable();
+    m_feedGroup->setVisible(feed);
+    m_rssActivate->setVisible(feed);
+    m_rssDeactivate->setVisible(feed);
+    m_rssAcknowledge->setVisible(feed && m_notify->isChecked());
+}

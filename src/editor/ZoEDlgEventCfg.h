@@ -1,0 +1,126 @@
+#pragma once
+#include "config/XmlDocument.h"
+#include "editor/ZoEventFields.h"
+#include "platform/ui/ZoModal.h"
+
+#include <string>
+
+class QCheckBox;
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QTabWidget;
+class QTreeView;
+class QWidget;
+class ZoTimeTableChoiceModel;
+
+using XmlNode = XmlDocument::XmlNode;
+
+// The event editor: edits one `event` element in place (the caller hands it an element of
+// a working copy and keeps or drops the copy by the result).
+//
+// Object names of the controls, used by tests and by callers that script the dialog:
+//   tabs (QTabWidget: General, Advanced, Actions, Client actions)
+//   nameEdit, descriptionEdit, conditionEdit, stopConditionCheck, stopConditionEdit,
+//   delayActivateEdit, delayDeactivateEdit, timeTableCombo, notifyCheck, recordCheck,
+//   enabledCheck, rssActivateCheck, rssDeactivateCheck, rssAcknowledgeCheck,
+//   annotationEdit, deaAnnotationEdit, ackAnnotationEdit, okButton, cancelButton
+// and further: the labels conditionLabel, stopConditionLabel, delayActivateLabel,
+//   delayDeactivateLabel; feedGroup (the feed check boxes' frame); groupsList and
+//   argumentsList; actionsMomentTabs and clientActionsMomentTabs (one page per moment).
+class ZoEDlgEventCfg : public ZoDialog {
+    Q_OBJECT
+public:
+    ZoEDlgEventCfg(QWidget* parent, XmlNode* event, XmlNode const* eventsRoot,
+                   XmlNode const* groupsRoot, XmlNode const* timeTablesRoot, XmlDocument* users);
+    ~ZoEDlgEventCfg() override;
+
+    // Open-at fields, set between construction and DoModal (search shows a match with them).
+    int m_focusCode = 0;       // 0, or 1..10: the place of interest; non-zero OK neither validates nor writes
+    bool m_skipCheck = false;  // handed to the action panes; with a focus code relabels OK (text 34893)
+    bool m_keep = false;       // handed to the action panes
+    int m_presetIndex = -1;    // handed to the action panes
+
+    // Tabs, in order.
+    enum Tab { TabGeneral = 0, TabAdvanced = 1, TabActions = 2, TabClientActions = 3 };
+
+    // Whether the fields differ from the event (the first reason found, or None).
+    bool HasChanged() const;
+    ZoEventChange FirstChange() const;
+
+    // OK: with focus code 0, validates and writes the fields when they changed; with any
+    // other focus code closes without either. Also what Enter does.
+    void accept() override;
+
+protected:
+    void OnInitDialog() override;
+
+private:
+    void BuildControls();
+    QWidget* BuildGeneralTab();
+    QWidget* BuildAdvancedTab();
+    QWidget* BuildActionsTab(int side);
+    void ConnectHandlers();
+
+    void LoadFields();
+    void FillTimeTableList(std::optional<std::wstring> const& timeTable);
+    ZoEventFields FieldsFromControls() const;
+    bool UpdateCfg();
+    bool ActionPanelsModified() const;
+    void SelectTabOfFocusCode();
+
+    bool IsValid();
+    bool IsValidName();
+    void FillEmptyDelays();
+    bool HasCondition();
+    void ShowTab(Tab tab);
+    void FocusField(QLineEdit* field);
+
+    void OnOK();
+    void OnSelchangeTab(int index);
+    void OnEditchangeCondition();
+    void OnEditchangeConditionStop();
+    void OnEnableConditionStop();
+    void OnClickedNotify();
+    void UpdateFeedControls();
+
+    XmlNode* m_event;
+    XmlNode const* m_eventsRoot;
+    XmlNode const* m_groupsRoot;
+    XmlNode const* m_timeTablesRoot;
+    XmlDocument* m_users;
+    std::wstring m_id;       // the event's id when the editor opened
+    bool m_changed = false;  // set by edits that the field comparison cannot see
+
+    QTabWidget* m_tabs = nullptr;
+    QLineEdit* m_name = nullptr;
+    QLineEdit* m_description = nullptr;
+    QLabel* m_conditionLabel = nullptr;
+    QLineEdit* m_condition = nullptr;
+    QCheckBox* m_stopEnabled = nullptr;
+    QLabel* m_stopLabel = nullptr;
+    QLineEdit* m_stopCondition = nullptr;
+    QLabel* m_delayActivateLabel = nullptr;
+    QLineEdit* m_delayActivate = nullptr;
+    QLabel* m_delayDeactivateLabel = nullptr;
+    QLineEdit* m_delayDeactivate = nullptr;
+    QComboBox* m_timeTable = nullptr;
+    ZoTimeTableChoiceModel* m_timeTables = nullptr;
+    QCheckBox* m_notify = nullptr;
+    QCheckBox* m_record = nullptr;
+    QCheckBox* m_enabled = nullptr;
+    QGroupBox* m_feedGroup = nullptr;
+    QCheckBox* m_rssActivate = nullptr;
+    QCheckBox* m_rssDeactivate = nullptr;
+    QCheckBox* m_rssAcknowledge = nullptr;
+    QTreeView* m_groupsList = nullptr;
+    QTreeView* m_argumentsList = nullptr;
+    QLineEdit* m_annotation = nullptr;
+    QLineEdit* m_deaAnnotation = nullptr;
+    QLineEdit* m_ackAnnotation = nullptr;
+    QTabWidget* m_momentTabs[2] = {nullptr, nullptr};
+    QPushButton* m_ok = nullptr;
+    QPushButton* m_cancel = nullptr;
+};

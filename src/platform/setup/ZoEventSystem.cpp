@@ -1,0 +1,7 @@
+#include "ZoEventSystem.h"
+
+ZoEventSystem* ZoEventSystem::instance()
+{
+    static ZoEventSystem system;
+    return &system;
+}
