@@ -1,0 +1,51 @@
+#pragma once
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+// Event names are compared without regard to case wherever the events list matches them
+// (sorting, finding a row by name, making a pasted name unique). A name is folded by
+// lowering every character with the Unicode simple case mapping (the same on every machine
+// and in every locale) and kept as UTF-8, whose byte order is the order of the characters:
+// two folded names compare with memcmp.
+
+// Appends the folded form of UTF-8 text (malformed bytes count as U+FFFD).
+void AppendFoldedName(std::string& out, std::string_view utf8);
+// Appends the folded form of a wide text.
+void AppendFoldedName(std::string& out, std::wstring_view text);
+std::string FoldedName(std::wstring_view text);
+
+// A set of event names compared without regard to case: the names of the list's rows as
+// they were before a paste. Lookups are hashed, and the names share one buffer, so a set
+// of n names costs two allocations and a paste of k events into n rows is linear in k + n.
+class EventNameSet {
+public:
+    EventNameSet();
+    explicit EventNameSet(std::vector<std::wstring> const& names);
+    EventNameSet(EventNameSet&&) noexcept;
+    EventNameSet& operator=(EventNameSet&&) noexcept;
+    ~EventNameSet();
+
+    // Room for `count` names of `bytes` folded bytes in all.
+    void Reserve(std::size_t count, std::size_t bytes);
+    void Insert(std::wstring_view name);
+    // A name already folded (AppendFoldedName).
+    void InsertFolded(std::string_view folded);
+
+    bool Contains(std::wstring_view name) const;
+    bool ContainsFolded(std::string_view folded) const;
+    std::size_t Size() const;
+
+private:
+    struct Span {
+        std::uint32_t offset;
+        std::uint32_t length;
+    };
+    struct Hash;
+    struct Equal;
+    struct Names;
+    std::unique_ptr<Names> m_names;
+};

@@ -1,0 +1,115 @@
+#pragma once
+#include "config/XmlDocument.h"
+#include "events/EventNames.h"
+#include <QAbstractTableModel>
+#include <QPixmap>
+#include <QString>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// The rows of the events list: one per `event` child of the document's `events` element,
+// with five columns (name, enabled, time table, notify, record).
+//
+// Each row records its position at the time of filling and a pointer to its `event` in
+// the live tree; the cells keep the tree's UTF-8 texts as they are and become QStrings only
+// when a view asks (data()). Rows point into the tree, so whoever changes the tree calls
+// Clear() first (or UpdateList() right after, before any view can ask for data).
+//
+// The model needs no widget: a benchmark or a test constructs it with the documents, calls
+// UpdateList() and ClickColumn(), and reads rows with EventAt()/NameAt()/data().
+// (Only the decoration role loads images, and it needs a QGuiApplication.)
+//
+// Sorting: the ascending order compares the sort column's texts without regard to case;
+// equal texts fall back to column 0 ascending. The descending order is the ascending one
+// with the two rows swapped (equal texts fall back to column 0 descending). Rows equal in
+// both keep their document order in ascending and the reverse in descending.
+// A fill sorts the rows by name once (n log n); the other columns hold few distinct texts
+// (yes/no, the time tables' names), so a heading click orders the rows by rank in one
+// linear pass over the name order.
+class EventsListModel : public QAbstractTableModel {
+    Q_OBJECT
+public:
+    enum Column { NameColumn, EnabledColumn, TimeTableColumn, NotifyColumn, RecordColumn, ColumnCount };
+    // The row's image: 0 for an enabled event, 1 for a disabled (greyed) one.
+    static constexpr int ImageIndexRole = Qt::UserRole + 1;
+
+    // eventsCfg: the event configuration document (read here, never changed; the rows hand
+    // out its elements to the caller, who may change them); timeTables: the time-tables
+    // document (may be null), for the time-table names.
+    EventsListModel(XmlDocument* eventsCfg, XmlDocument const* timeTables,
+                    QObject* parent = nullptr);
+    ~EventsListModel() override;
+
+    // Rebuilds every row from the tree and sorts them by the current sort column.
+    void UpdateList();
+    // Drops every row (before a change of the tree that UpdateList will follow).
+    void Clear();
+    // A click on a column heading: the same column again toggles ascending/descending
+    // (first click ascending, second descending, third ascending again); another column
+    // starts ascending. Sorts the rows once: the tree has not changed since the last fill,
+    // so the rows are what a refill would give.
+    void ClickColumn(int column);
+    int SortColumn() const { return m_sortColumn; }
+    bool Descending() const { return m_descending; }
+
+    XmlDocument::XmlNode* EventAt(int row) const;
+    // The row's position among the events when the list was filled.
+    int PositionAt(int row) const;
+    std::wstring NameAt(int row) const;
+    // The row whose name equals this one without regard to case, or -1.
+    int FindName(std::wstring_view name) const;
+    // The names of all rows, for making pasted names unique.
+    EventNameSet NameSet() const;
+
+    int rowCount(QModelIndex const& parent = {}) const override;
+    int columnCount(QModelIndex const& parent = {}) const override;
+    QVariant data(QModelIndex const& index, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+
+private:
+    // One event, in document order (its index in m_rows is its position).
+    struct Row {
+        XmlDocument::XmlNode* event = nullptr;
+        std::string_view name;       // UTF-8 text in the live tree
+        std::uint32_t keyOffset = 0; // folded name in m_foldedNames
+        std::uint32_t keyLength = 0;
+        int timeTable = -1;          // index into m_timeTableNames, -1 when none is found
+        bool disabled = false;
+        bool notify = false;
+        bool record = false;
+    };
+    struct TimeTable {
+        QString name;
+        std::string folded;
+    };
+
+    void FillRows();
+    void IndexTimeTables();
+    void SortByName();
+    void SortRows();
+    Row const* RowAt(int row) const;
+    std::string_view NameKey(Row const& row) const;
+    QString const& YesNo(bool yes) const { return yes ? m_yes : m_no; }
+    QString const& TimeTableText(Row const& row) const;
+
+    XmlDocument* m_eventsCfg;
+    XmlDocument const* m_timeTables;
+    std::vector<Row> m_rows;            // document order
+    std::vector<std::uint32_t> m_byName; // indices of m_rows by name, then position
+    std::vector<std::uint32_t> m_order;  // indices of m_rows in the list's order
+    std::string m_foldedNames;
+    std::vector<TimeTable> m_timeTableNames;
+    // Sort ranks of the time-table column: one per time table, then one for "none";
+    // equal (folded) texts share a rank.
+    std::vector<std::uint32_t> m_timeTableRanks;
+    std::uint32_t m_yesRank = 0;
+    std::uint32_t m_noRank = 0;
+    int m_sortColumn = NameColumn;
+    bool m_descending = false;
+
+    QString m_yes, m_no, m_noTimeTable;
+    std::string m_noTimeTableKey;
+    mutable QPixmap m_images[2];
+    mutable bool m_imagesLoaded = false;
+};

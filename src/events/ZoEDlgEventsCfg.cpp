@@ -1,0 +1,428 @@
+#include "events/ZoEDlgEventsCfg.h"
+#include "editor/ZoEDlgEventCfg.h"
+#include "events/DeviceRegistration.h"
+#include "events/EventsClipboard.h"
+#include "events/EventsListModel.h"
+#include "platform/setup/ZoVelmoraSetup.h"
+#include "platform/tools/ZoGuid.h"
+#include "platform/tools/ZoTexts.h"
+#include "platform/ui/ZoClipboard.h"
+#include "platform/ui/ZoIcons.h"
+#include "platform/ui/ZoMessage.h"
+#include <QApplication>
+#include <QBoxLayout>
+#include <QCursor>
+#include <QEvent>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QPushButton>
+#include <QTreeView>
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr int kClipboardSelector = 1;
+
+// Shows the wait cursor for as long as it lives.
+class WaitCursor {
+public:
+    WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~WaitCursor() { QApplication::restoreOverrideCursor(); }
+    WaitCursor(WaitCursor const&) = delete;
+    WaitCursor& operator=(WaitCursor const&) = delete;
+};
+
+QPushButton* NewButton(QWidget* parent, char const* objectName)
+{
+    auto* button = new QPushButton(parent);
+    button->setObjectName(QString::fromLatin1(objectName));
+    return button;
+}
+
+} // namespace
+
+ZoEDlgEventsCfg::ZoEDlgEventsCfg(QWidget* parent, XmlNode* deviceGroups, XmlDocument* eventsCfg,
+                                 XmlDocument const* timeTables, XmlDocument* users)
+    : ZoDialog(parent)
+    , m_deviceGroups(deviceGroups)
+    , m_eventsCfg(eventsCfg)
+    , m_timeTables(timeTables)
+    , m_users(users)
+{
+    m_model = new EventsListModel(eventsCfg, timeTables, this);
+
+    m_label = new QLabel(this);
+    m_list = new QTreeView(this);
+    m_list->setObjectName(QStringLiteral("eventsList"));
+    m_list->setModel(m_model);
+    m_list->setRootIsDecorated(false);
+    m_list->setUniformRowHeights(true);
+    m_list->setItemsExpandable(false);
+    m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_list->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_list->setAllColumnsShowFocus(true);
+    m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_list->setIconSize(QSize(16, 16));
+    m_list->setContextMenuPolicy(Qt::CustomContextMenu);
+    // Sorting stays off on the view: a heading click sorts once, here, by the list's rules.
+    m_list->setSortingEnabled(false);
+    m_list->header()->setSectionsClickable(true);
+    m_list->header()->setSortIndicatorShown(true);
+    m_list->header()->setStretchLastSection(false);
+    m_list->header()->setSectionResizeMode(QHeaderView::Interactive);
+
+    m_addButton = NewButton(this, "addButton");
+    m_modifyButton = NewButton(this, "modifyButton");
+    m_deleteButton = NewButton(this, "deleteButton");
+    m_okButton = NewButton(this, "okButton");
+    m_cancelButton = NewButton(this, "cancelButton");
+    m_okButton->setDefault(true);
+
+    connect(m_addButton, &QPushButton::clicked, this, &ZoEDlgEventsCfg::OnAdd);
+    connect(m_modifyButton, &QPushButton::clicked, this, &ZoEDlgEventsCfg::OnModify);
+    connect(m_deleteButton, &QPushButton::clicked, this, &ZoEDlgEventsCfg::OnDelete);
+    connect(m_okButton, &QPushButton::clicked, this, &ZoEDlgEventsCfg::OnOK);
+    connect(m_cancelButton, &QPushButton::clicked, this, &QDialog::reject);
+    connect(m_list->header(), &QHeaderView::sectionClicked, this, &ZoEDlgEventsCfg::OnColumnclickList);
+    connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &ZoEDlgEventsCfg::UpdateButtons);
+    connect(m_list, &QWidget::customContextMenuRequested, this, &ZoEDlgEventsCfg::OnRclickZoeList);
+    m_list->installEventFilter(this);
+    m_list->viewport()->installEventFilter(this);
+
+    setSizeGripEnabled(true);
+    Layout();
+}
+
+ZoEDlgEventsCfg::~ZoEDlgEventsCfg()
+{
+    m_list->removeEventFilter(this);
+    m_list->viewport()->removeEventFilter(this);
+}
+
+void ZoEDlgEventsCfg::Layout()
+{
+    auto* buttons = new QVBoxLayout;
+    buttons->addWidget(m_addButton);
+    buttons->addWidget(m_modifyButton);
+    buttons->addWidget(m_deleteButton);
+    buttons->addStretch(1);
+
+    auto* middle = new QHBoxLayout;
+    middle->addWidget(m_list, 1);
+    middle->addLayout(buttons);
+
+    auto* bottom = new QHBoxLayout;
+    bottom->addStretch(1);
+    bottom->addWidget(m_okButton);
+    bottom->addWidget(m_cancelButton);
+
+    auto* main = new QVBoxLayout(this);
+    main->addWidget(m_label);
+    main->addLayout(middle, 1);
+    main->addLayout(bottom);
+}
+
+void ZoEDlgEventsCfg::OnInitDialog()
+{
+    setWindowIcon(ZoVelmoraSetup::instance().ProgramIcon());
+    setWindowTitle(ZoText(32791));
+    m_label->setText(ZoText(32782));
+    m_addButton->setText(ZoText(378));
+    m_addButton->setIcon(ZoBitmapIcon(2402));
+    m_modifyButton->setText(ZoText(379));
+    m_modifyButton->setIcon(ZoBitmapIcon(2403));
+    m_deleteButton->setText(ZoText(380));
+    m_deleteButton->setIcon(ZoBitmapIcon(2404));
+    m_okButton->setText(ZoText(311));
+    m_okButton->setIcon(ZoImageIcon(L"OK-16.png"));
+    m_cancelButton->setText(ZoText(312));
+    m_cancelButton->setIcon(ZoImageIcon(L"CANCEL-16.png"));
+
+    UpdateList();
+    resize(sizeHint().expandedTo(QSize(640, 400)));
+    setMinimumSize(size());
+    AdjustColumnsSize();
+}
+
+void ZoEDlgEventsCfg::UpdateList()
+{
+    WaitCursor wait;
+    m_list->setUpdatesEnabled(false);
+    m_model->UpdateList();
+    UpdateSortIndicator();
+    AdjustColumnsSize();
+    m_list->setUpdatesEnabled(true);
+    UpdateButtons();
+}
+
+void ZoEDlgEventsCfg::UpdateSortIndicator()
+{
+    m_list->header()->setSortIndicator(m_model->SortColumn(),
+                                       m_model->Descending() ? Qt::DescendingOrder : Qt::AscendingOrder);
+}
+
+void ZoEDlgEventsCfg::AdjustColumnsSize()
+{
+    int const width = m_list->viewport()->width();
+    int const timeTable = int(std::lround(0.30 * width));
+    int const other = int(std::lround(0.15 * width));
+    QHeaderView* header = m_list->header();
+    header->resizeSection(EventsListModel::TimeTableColumn, timeTable);
+    header->resizeSection(EventsListModel::NotifyColumn, other);
+    header->resizeSection(EventsListModel::RecordColumn, other);
+    header->resizeSection(EventsListModel::EnabledColumn, other);
+    header->resizeSection(EventsListModel::NameColumn, std::max(0, width - timeTable - 3 * other));
+}
+
+void ZoEDlgEventsCfg::UpdateButtons()
+{
+    auto const selected = m_list->selectionModel()->selectedRows().size();
+    m_addButton->setEnabled(true);
+    m_modifyButton->setEnabled(selected == 1);
+    m_deleteButton->setEnabled(selected >= 1);
+}
+
+std::vector<int> ZoEDlgEventsCfg::SelectedRows() const
+{
+    std::vector<int> rows;
+    for (QModelIndex const& index : m_list->selectionModel()->selectedRows())
+        rows.push_back(index.row());
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+void ZoEDlgEventsCfg::SelectRow(int row)
+{
+    QModelIndex const index = m_model->index(row, 0);
+    if (!index.isValid())
+        return;
+    m_list->selectionModel()->setCurrentIndex(
+        index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    m_list->scrollTo(index);
+}
+
+void ZoEDlgEventsCfg::SelectEvent(std::wstring const& name)
+{
+    int const row = m_model->FindName(name);
+    if (row >= 0)
+        SelectRow(row);
+}
+
+void ZoEDlgEventsCfg::SelectEvent(XmlNode const* event)
+{
+    if (event)
+        SelectEvent(event->Value(L"name", L""));
+}
+
+bool ZoEDlgEventsCfg::RunEventEditor(XmlNode* event, XmlNode* copyRoot)
+{
+    XmlNode const* groups = m_eventsCfg->Root() ? m_eventsCfg->Root()->Child(L"eventsGroups") : nullptr;
+    XmlNode const* timeTablesRoot = m_timeTables ? m_timeTables->Root() : nullptr;
+    ZoEDlgEventCfg editor(this, event, copyRoot, groups, timeTablesRoot, m_users);
+    return editor.DoModal() == QDialog::Accepted;
+}
+
+void ZoEDlgEventsCfg::OnAdd()
+{
+    XmlNode* root = m_eventsCfg->Root();
+    if (!root)
+        return;
+    // The host creates `events` with the document; should it be missing, the first event
+    // added creates it (and a cancelled editor leaves the document as it was).
+    XmlNode* events = root->Child(L"events");
+    XmlDocument copy;
+    copy.Create(L"events");
+    if (events)
+        *copy.Root() = *events;
+    XmlNode* event = copy.Root()->NewChild(L"event");
+    event->SetValue(L"id", ZoNewGuidText());
+    if (!RunEventEditor(event, copy.Root()))
+        return;
+
+    AddEventToDeviceGroupsNode(m_deviceGroups, *event);
+    std::wstring const name = event->Value(L"name", L"");
+    m_model->Clear();
+    if (!events)
+        events = root->NewChild(L"events");
+    *events = *copy.Root();
+    m_modified = true;
+    UpdateList();
+    SelectEvent(name);
+}
+
+void ZoEDlgEventsCfg::OnModify()
+{
+    std::vector<int> const rows = SelectedRows();
+    if (rows.empty())
+        return;
+    XmlNode* events = m_eventsCfg->Root() ? m_eventsCfg->Root()->Child(L"events") : nullptr;
+    if (!events)
+        return;
+    XmlDocument copy(*events);
+    std::wstring const name = m_model->NameAt(rows.front());
+    XmlNode* event = copy.Root()->NodeV(L"/event?name=%s?", name.c_str());
+    if (!event || !RunEventEditor(event, copy.Root()))
+        return;
+
+    // The device groups refer to the event by its id, which the editor never changes: a
+    // rename needs no further work.
+    std::wstring const newName = event->Value(L"name", L"");
+    m_model->Clear();
+    *events = *copy.Root();
+    m_modified = true;
+    UpdateList();
+    SelectEvent(newName);
+}
+
+void ZoEDlgEventsCfg::OnDelete()
+{
+    std::vector<int> const rows = SelectedRows();
+    if (rows.empty() || !ZoAskYesNo(this, 32792))
+        return;
+
+    std::vector<XmlNode*> doomed;
+    std::vector<std::wstring> ids;
+    for (int row : rows) {
+        if (XmlNode* event = m_model->EventAt(row)) {
+            doomed.push_back(event);
+            ids.push_back(event->Value(L"id", L""));
+        }
+    }
+    int const firstRow = rows.front();
+
+    m_model->Clear();
+    RemoveEventsFromDeviceGroupsNode(m_deviceGroups, ids);
+    for (XmlNode* event : doomed)
+        event->Parent()->RemoveChild(event);
+    m_modified = true;
+    UpdateList();
+    if (m_model->rowCount() > 0)
+        SelectRow(std::min(firstRow, m_model->rowCount() - 1));
+}
+
+void ZoEDlgEventsCfg::OnOK()
+{
+    if (m_modified)
+        accept();
+    else
+        reject();
+}
+
+void ZoEDlgEventsCfg::OnColumnclickList(int column)
+{
+    m_model->ClickColumn(column);
+    UpdateSortIndicator();
+    UpdateButtons();
+}
+
+void ZoEDlgEventsCfg::CopyToClipboard()
+{
+    std::vector<int> const rows = SelectedRows();
+    if (rows.empty())
+        return;
+    std::vector<XmlNode const*> events;
+    events.reserve(rows.size());
+    for (int row : rows)
+        events.push_back(m_model->EventAt(row));
+    std::string const text = BuildEventsClipboardText(events);
+    PutToClipboard(text.c_str(), text.size() + 1, kClipboardSelector);
+}
+
+void ZoEDlgEventsCfg::PasteFromClipboard()
+{
+    std::string buffer;
+    int const length = GetFromClipboard(buffer, kClipboardSelector);
+    if (length < 1)
+        return;
+    EventNameSet const names = m_model->NameSet();
+    if (!PasteEventsText(std::string_view(buffer).substr(0, std::size_t(length)), *m_eventsCfg,
+                         m_deviceGroups, names))
+        return;
+    m_modified = true;
+    UpdateList();
+    m_list->selectionModel()->clearSelection();
+}
+
+std::unique_ptr<QMenu> ZoEDlgEventsCfg::CreateContextMenu()
+{
+    std::vector<int> const rows = SelectedRows();
+    m_searchStart = rows.empty() ? -1 : rows.front() + 1;
+
+    std::string buffer;
+    bool const canPaste = GetFromClipboard(buffer, kClipboardSelector) >= 1 && IsEventsClipboardText(buffer);
+
+    auto menu = std::make_unique<QMenu>(this);
+    if (!rows.empty()) {
+        QAction* copy = menu->addAction(ZoText(732) + QStringLiteral("\tCtrl+C"), this,
+                                        &ZoEDlgEventsCfg::CopyToClipboard);
+        copy->setObjectName(QStringLiteral("copyAction"));
+    }
+    if (canPaste) {
+        QAction* paste = menu->addAction(ZoText(742) + QStringLiteral("\tCtrl+V"), this,
+                                         &ZoEDlgEventsCfg::PasteFromClipboard);
+        paste->setObjectName(QStringLiteral("pasteAction"));
+    }
+    // Search and replace in groups is not available yet: the entry is shown, disabled.
+    QAction* search = menu->addAction(ZoText(34894));
+    search->setObjectName(QStringLiteral("searchAction"));
+    search->setEnabled(false);
+    return menu;
+}
+
+void ZoEDlgEventsCfg::OnRclickZoeList(QPoint const& position)
+{
+    std::unique_ptr<QMenu> menu = CreateContextMenu();
+    menu->exec(m_list->viewport()->mapToGlobal(position));
+}
+
+bool ZoEDlgEventsCfg::OnKeydownList(QKeyEvent* key)
+{
+    if (key->matches(QKeySequence::Copy)) {
+        CopyToClipboard();
+        return true;
+    }
+    if (key->matches(QKeySequence::Paste)) {
+        PasteFromClipboard();
+        return true;
+    }
+    if (key->modifiers() & ~Qt::KeypadModifier)
+        return false;
+    if (key->key() == Qt::Key_Insert) {
+        OnAdd();
+        return true;
+    }
+    if (key->key() == Qt::Key_Delete) {
+        if (!SelectedRows().empty())
+            OnDelete();
+        return true;
+    }
+    return false;
+}
+
+// A double click modifies the selected event (the first click has selected its row).
+void ZoEDlgEventsCfg::OnDblclkZoeList()
+{
+    if (!SelectedRows().empty())
+        OnModify();
+}
+
+bool ZoEDlgEventsCfg::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_list && event->type() == QEvent::KeyPress)
+        return OnKeydownList(static_cast<QKeyEvent*>(event));
+    if (watched == m_list->viewport()) {
+        if (event->type() == QEvent::Resize) {
+            AdjustColumnsSize();
+        } else if (event->type() == QEvent::MouseButtonDblClick
+                   && static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
+            OnDblclkZoeList();
+            return true;
+        }
+    }
+    return ZoDialog::eventFilter(watched, event);
+}
