@@ -440,9 +440,9 @@ void Magnifier(QPainter& p)
     p.drawArc(QRectF(3.6, 3.6, 6.0, 6.0), 100 * 16, 70 * 16);
 }
 
-void Sheet(QPainter& p, QRectF const& r)
+// A sheet of paper with a folded corner, drawn with lines of the given width.
+void FoldedSheet(QPainter& p, QRectF const& r, qreal fold, qreal width)
 {
-    qreal const fold = 2.6;
     QPainterPath sheet;
     sheet.moveTo(r.left(), r.top());
     sheet.lineTo(r.right() - fold, r.top());
@@ -450,7 +450,7 @@ void Sheet(QPainter& p, QRectF const& r)
     sheet.lineTo(r.right(), r.bottom());
     sheet.lineTo(r.left(), r.bottom());
     sheet.closeSubpath();
-    p.setPen(Pen(C::paperEdge, 1.0));
+    p.setPen(Pen(C::paperEdge, width));
     p.setBrush(C::paper);
     p.drawPath(sheet);
     QPainterPath corner;
@@ -459,6 +459,12 @@ void Sheet(QPainter& p, QRectF const& r)
     corner.lineTo(r.right(), r.top() + fold);
     p.setBrush(C::steelLight);
     p.drawPath(corner);
+}
+
+void Sheet(QPainter& p, QRectF const& r)
+{
+    qreal const fold = 2.6;
+    FoldedSheet(p, r, fold, 1.0);
     p.setPen(Pen(C::paperLine, 0.9, Qt::FlatCap));
     for (qreal y = r.top() + fold + 1.6; y < r.bottom() - 1.0; y += 2.0)
         p.drawLine(QPointF(r.left() + 1.6, y), QPointF(r.right() - 1.6, y));
@@ -611,24 +617,7 @@ void ScreenImage(QPainter& p)
 // Print a report: a page with a bar chart and text lines.
 void ReportImage(QPainter& p)
 {
-    QRectF const r(8.5, 3.5, 31.0, 41.0);
-    qreal const fold = 8.0;
-    QPainterPath sheet;
-    sheet.moveTo(r.left(), r.top());
-    sheet.lineTo(r.right() - fold, r.top());
-    sheet.lineTo(r.right(), r.top() + fold);
-    sheet.lineTo(r.right(), r.bottom());
-    sheet.lineTo(r.left(), r.bottom());
-    sheet.closeSubpath();
-    p.setPen(Pen(C::paperEdge, 2.0));
-    p.setBrush(C::paper);
-    p.drawPath(sheet);
-    QPainterPath corner;
-    corner.moveTo(r.right() - fold, r.top());
-    corner.lineTo(r.right() - fold, r.top() + fold);
-    corner.lineTo(r.right(), r.top() + fold);
-    p.setBrush(C::steelLight);
-    p.drawPath(corner);
+    FoldedSheet(p, QRectF(8.5, 3.5, 31.0, 41.0), 8.0, 2.0);
     p.setPen(Pen(C::paperLine, 2.0, Qt::FlatCap));
     p.drawLine(QPointF(13.0, 10.0), QPointF(26.0, 10.0));
     p.drawLine(QPointF(13.0, 15.0), QPointF(33.0, 15.0));
