@@ -1,0 +1,349 @@
+#include "MainWindow.h"
+
+#include "EventChoiceModel.h"
+#include "EventChooserDlg.h"
+#include "ProjectFolder.h"
+#include "ProjectPanel.h"
+#include "ProjectSummary.h"
+#include "editor/ZoEDlgEventCfg.h"
+#include "events/ZoEDlgEventsCfg.h"
+#include "platform/setup/ZoEventSystem.h"
+#include "platform/setup/ZoVelmoraSetup.h"
+#include "platform/tools/ZoFormat.h"
+#include "platform/tools/ZoTexts.h"
+#include "platform/ui/ZoMessage.h"
+#include "platform/ui/ZoModal.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMenuBar>
+#include <QStatusBar>
+
+using namespace zo::project;
+using XmlNode = XmlDocument::XmlNode;
+
+namespace {
+
+unsigned Bit(ProjectDoc doc)
+{
+    return 1u << static_cast<unsigned>(doc);
+}
+
+std::wstring NativePath(QString const& path)
+{
+    return QDir::toNativeSeparators(path).toStdWString();
+}
+
+QAction* NewAction(QObject* parent, unsigned textId, char const* objectName)
+{
+    auto* action = new QAction(ZoText(textId), parent);
+    action->setObjectName(QString::fromLatin1(objectName));
+    return action;
+}
+
+} // namespace
+
+MainWindow::MainWindow(RecentFolders recent, QWidget* parent)
+    : QMainWindow(parent)
+    , m_recent(std::move(recent))
+{
+    setWindowIcon(ZoVelmoraSetup::instance().ProgramIcon());
+    m_panel = new ProjectPanel(this);
+    setCentralWidget(m_panel);
+    connect(m_panel, &ProjectPanel::openFolderRequested, this, &MainWindow::OnOpenFolder);
+    connect(m_panel, &ProjectPanel::eventsRequested, this, &MainWindow::OnEventsList);
+    connect(m_panel, &ProjectPanel::editEventRequested, this, &MainWindow::OnEditEvent);
+    CreateActions();
+    CreateMenus();
+    statusBar();
+    resize(900, 560);
+    UpdatePanel();
+    UpdateActions();
+    UpdateTitle();
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::CreateActions()
+{
+    m_openFolder = NewAction(this, 60002, "openFolderAction");
+    m_openFolder->setShortcut(QKeySequence::Open);
+    connect(m_openFolder, &QAction::triggered, this, &MainWindow::OnOpenFolder);
+    m_clearRecent = NewAction(this, 60013, "clearRecentAction");
+    connect(m_clearRecent, &QAction::triggered, this, [this] {
+        m_recent.Clear();
+        UpdateRecentMenu();
+    });
+    m_save = NewAction(this, 60004, "saveAction");
+    m_save->setShortcut(QKeySequence::Save);
+    connect(m_save, &QAction::triggered, this, &MainWindow::OnSave);
+    m_quit = NewAction(this, 60005, "quitAction");
+    m_quit->setShortcut(QKeySequence::Quit);
+    m_quit->setMenuRole(QAction::QuitRole);
+    connect(m_quit, &QAction::triggered, this, &QWidget::close);
+
+    m_events = NewAction(this, 60007, "eventsAction");
+    m_events->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
+    connect(m_events, &QAction::triggered, this, &MainWindow::OnEventsList);
+    m_editEvent = NewAction(this, 60008, "editEventAction");
+    connect(m_editEvent, &QAction::triggered, this, &MainWindow::OnEditEvent);
+    // The other public dialogs of the module come in later versions; their entries are
+    // shown, disabled, so that the menu already tells what the editor will offer.
+    m_eventGroups = NewAction(this, 60009, "eventGroupsAction");
+    m_timeTables = NewAction(this, 60010, "timeTablesAction");
+    m_timeSlot = NewAction(this, 60011, "timeSlotAction");
+    m_eventVariables = NewAction(this, 60012, "eventVariablesAction");
+    for (QAction* later : {m_eventGroups, m_timeTables, m_timeSlot, m_eventVariables})
+        later->setEnabled(false);
+
+    m_about = NewAction(this, 60015, "aboutAction");
+    m_about->setMenuRole(QAction::AboutRole);
+    connect(m_about, &QAction::triggered, this, &MainWindow::OnAbout);
+}
+
+void MainWindow::CreateMenus()
+{
+    QMenu* file = menuBar()->addMenu(ZoText(60001));
+    file->addAction(m_openFolder);
+    m_recentMenu = file->addMenu(ZoText(60003));
+    m_recentMenu->setObjectName(QStringLiteral("recentMenu"));
+    file->addAction(m_save);
+    file->addSeparator();
+    file->addAction(m_quit);
+
+    QMenu* events = menuBar()->addMenu(ZoText(60006));
+    events->setObjectName(QStringLiteral("eventsMenu"));
+    events->addAction(m_events);
+    events->addAction(m_editEvent);
+    events->addSeparator();
+    events->addAction(m_eventGroups);
+    events->addAction(m_timeTables);
+    events->addAction(m_timeSlot);
+    events->addAction(m_eventVariables);
+
+    QMenu* help = menuBar()->addMenu(ZoText(60014));
+    help->addAction(m_about);
+    UpdateRecentMenu();
+}
+
+void MainWindow::UpdateRecentMenu()
+{
+    m_recentMenu->clear();
+    QStringList const folders = m_recent.Folders();
+    for (QString const& folder : folders) {
+        QAction* open = m_recentMenu->addAction(QDir::toNativeSeparators(folder));
+        connect(open, &QAction::triggered, this, [this, folder] { OpenFolder(folder); });
+    }
+    if (folders.isEmpty()) {
+        QAction* none = m_recentMenu->addAction(ZoText(60016));
+        none->setEnabled(false);
+    }
+    m_recentMenu->addSeparator();
+    m_recentMenu->addAction(m_clearRecent);
+    m_clearRecent->setEnabled(!folders.isEmpty());
+}
+
+void MainWindow::UpdateActions()
+{
+    bool const open = m_project != nullptr;
+    XmlNode const* events = open ? m_project->Events().Root()->Child(L"events") : nullptr;
+    m_events->setEnabled(open);
+    m_editEvent->setEnabled(events && events->Child(L"event"));
+    m_save->setEnabled(open && HasUnsavedChanges());
+}
+
+void MainWindow::UpdateTitle()
+{
+    QString const application = ZoText(60000);
+    if (!m_project) {
+        setWindowTitle(application);
+        setWindowModified(false);
+        return;
+    }
+    setWindowTitle(m_project->DisplayName() + QStringLiteral("[*] \u2014 ") + application);
+    setWindowModified(HasUnsavedChanges());
+}
+
+void MainWindow::UpdatePanel()
+{
+    if (!m_project) {
+        m_panel->ShowEmpty();
+        return;
+    }
+    m_panel->ShowProject(SummarizeProject(*m_project));
+}
+
+bool MainWindow::OpenFolder(QString const& folder)
+{
+    if (!MaySaveChanges())
+        return false;
+    std::wstring reason;
+    std::unique_ptr<ProjectFolder> project = ProjectFolder::Open(folder, reason);
+    if (!project) {
+        std::wstring const text = ZoFormatN(1024, ZoLoadString(60040).c_str(), NativePath(folder).c_str())
+            + L"\n\n" + reason + L"\n\n" + ZoLoadString(60044);
+        ZoShowMessageText(this, 60040, text, ZoMsgIcon::Error);
+        if (!QFileInfo(folder).isDir()) {
+            m_recent.Remove(folder);
+            UpdateRecentMenu();
+        }
+        return false;
+    }
+    if (project->IsNew()) {
+        std::wstring const question = ZoFormatN(1024, ZoLoadString(60049).c_str(),
+                                                NativePath(project->Folder()).c_str());
+        if (!ZoAskYesNoText(this, 60049, question))
+            return false;
+    }
+    m_project = std::move(project);
+    m_unsaved = 0;
+    ZoVelmoraSetup::instance().SetCfgPath(m_project->Folder().toStdWString());
+    ZoEventSystem::instance()->SetFeedAvailable(m_project->FeedAvailable());
+    m_recent.Add(m_project->Folder());
+    UpdateRecentMenu();
+    UpdatePanel();
+    UpdateActions();
+    UpdateTitle();
+    statusBar()->showMessage(QString::fromStdWString(ZoFormat(ZoLoadString(60053).c_str(),
+                                                              NativePath(m_project->Folder()).c_str())),
+                             5000);
+    return true;
+}
+
+void MainWindow::OnOpenFolder()
+{
+    QFileDialog dialog(this, ZoText(60052));
+    dialog.setObjectName(QStringLiteral("openFolderDialog"));
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly, true);
+    if (m_project)
+        dialog.setDirectory(QFileInfo(m_project->Folder()).absolutePath());
+    if (ZoRunModal(dialog) != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return;
+    OpenFolder(dialog.selectedFiles().first());
+}
+
+void MainWindow::OnSave()
+{
+    SaveDocuments({});
+}
+
+bool MainWindow::SaveDocuments(std::initializer_list<ProjectDoc> docs)
+{
+    if (!m_project)
+        return false;
+    for (ProjectDoc doc : docs)
+        m_unsaved |= Bit(doc);
+    // Only the documents that the dialogs edit are ever written: users and project
+    // settings belong to other tools.
+    std::vector<ProjectDoc> pending;
+    for (ProjectDoc doc : {ProjectDoc::Events, ProjectDoc::Devices, ProjectDoc::TimeTables}) {
+        if (m_unsaved & Bit(doc))
+            pending.push_back(doc);
+    }
+    std::wstring error;
+    bool const saved = m_project->Save(pending, error);
+    if (saved) {
+        m_unsaved = 0;
+        statusBar()->showMessage(ZoText(60054), 5000);
+    } else {
+        ZoShowMessageText(this, 60046, error, ZoMsgIcon::Error);
+    }
+    UpdateActions();
+    UpdateTitle();
+    return saved;
+}
+
+void MainWindow::OnEventsList()
+{
+    if (!m_project)
+        return;
+    ProjectFolder& project = *m_project;
+    // The list deletes and pastes in the live documents at once; Cancel means that none of
+    // it is wanted, so the host keeps copies to put back.
+    XmlDocument const eventsBefore(*project.Events().Root());
+    XmlDocument const devicesBefore(*project.Devices().Root());
+    int result = QDialog::Rejected;
+    {
+        ZoEDlgEventsCfg dialog(this, project.DeviceGroups(), &project.Events(),
+                               &project.TimeTables(), &project.Users());
+        result = dialog.DoModal();
+    }
+    if (result == QDialog::Accepted) {
+        SaveDocuments({ProjectDoc::Events, ProjectDoc::Devices});
+    } else {
+        *project.Events().Root() = *eventsBefore.Root();
+        *project.Devices().Root() = *devicesBefore.Root();
+    }
+    UpdatePanel();
+    UpdateActions();
+}
+
+void MainWindow::OnEditEvent()
+{
+    if (!m_project)
+        return;
+    ProjectFolder& project = *m_project;
+    XmlNode* events = project.Events().Root()->Child(L"events");
+    if (!events || !events->Child(L"event")) {
+        ZoShowMessage(this, 60055, ZoMsgIcon::Information);
+        return;
+    }
+    EventChooserDlg chooser(this, events);
+    if (chooser.DoModal() != QDialog::Accepted)
+        return;
+
+    // The editor works on a copy of all events (it checks the name against the others);
+    // the copy replaces the live events only when the editor ends with OK.
+    XmlDocument copy(*events);
+    XmlNode* event = NthEvent(copy.Root(), chooser.ChosenIndex());
+    if (!event)
+        return;
+    int result = QDialog::Rejected;
+    {
+        ZoEDlgEventCfg editor(this, event, copy.Root(), project.Events().Root()->Child(L"eventsGroups"),
+                              project.TimeTables().Root(), &project.Users());
+        result = editor.DoModal();
+    }
+    if (result != QDialog::Accepted)
+        return;
+    std::string before;
+    std::string after;
+    events->CreateXmlCode(before);
+    copy.Root()->CreateXmlCode(after);
+    if (before == after)
+        return;
+    *events = *copy.Root();
+    SaveDocuments({ProjectDoc::Events});
+    UpdatePanel();
+}
+
+void MainWindow::OnAbout()
+{
+    std::wstring const text = ZoFormatN(1024, ZoLoadString(60056).c_str(),
+                                        QCoreApplication::applicationVersion().toStdWString().c_str());
+    ZoShowMessageText(this, 60056, text, ZoMsgIcon::Information);
+}
+
+bool MainWindow::MaySaveChanges()
+{
+    if (!HasUnsavedChanges())
+        return true;
+    if (!ZoAskYesNo(this, 60048)) {
+        m_unsaved = 0;
+        return true;
+    }
+    return SaveDocuments({});
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (MaySaveChanges())
+        event->accept();
+    else
+        event->ignore();
+}

@@ -1,0 +1,45 @@
+#pragma once
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+class QSaveFile;
+
+// Saves a set of project files so that each file on disk is always either its old or its
+// new content, never a mix: every file is written in full to a temporary file beside it
+// and flushed to disk, and only when all of them were written are they renamed over the
+// old files, one after the other. A failure before the renames leaves every old file
+// byte-identical; the temporary files are removed.
+class ProjectSaver {
+public:
+    ProjectSaver();
+    ~ProjectSaver();
+    ProjectSaver(ProjectSaver const&) = delete;
+    ProjectSaver& operator=(ProjectSaver const&) = delete;
+
+    void Add(QString const& path, std::string text);
+    // Writes and renames all files added; false on the first failure.
+    bool Commit();
+
+    // Test seam: called after each block of a file has been written (blocks of 64 KiB),
+    // so that a test can stretch the time a save takes and interrupt it anywhere.
+    static void SetBlockWrittenHook(std::function<void()> hook);
+
+    // After a failed Commit: the file that could not be written and the system's reason.
+    QString const& FailedPath() const { return m_failedPath; }
+    QString const& Reason() const { return m_reason; }
+
+private:
+    struct Pending {
+        QString path;
+        std::string text;
+    };
+    bool Fail(QString const& path, QString const& reason);
+
+    std::vector<Pending> m_files;
+    QString m_failedPath;
+    QString m_reason;
+};

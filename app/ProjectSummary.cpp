@@ -1,0 +1,79 @@
+#include "ProjectSummary.h"
+
+#include "ProjectFolder.h"
+
+#include <QDir>
+
+#include <deque>
+
+using namespace zo::project;
+using XmlNode = XmlDocument::XmlNode;
+
+namespace {
+
+int CountChildren(XmlNode const* parent, wchar_t const* tag)
+{
+    if (!parent)
+        return 0;
+    int count = 0;
+    for (auto it = parent->ChildsBegin(); it != parent->ChildsEnd(); ++it)
+        count += (*it)->HasTag(tag) ? 1 : 0;
+    return count;
+}
+
+int CountChildren(XmlNode const* parent, wchar_t const* container, wchar_t const* tag)
+{
+    return parent ? CountChildren(parent->Child(container), tag) : 0;
+}
+
+// Walks the device groups element and all groups below it, breadth first, without
+// recursion: a device tree may be deep.
+int CountEventDevices(XmlNode const* deviceGroups)
+{
+    int count = 0;
+    std::deque<XmlNode const*> pending;
+    if (deviceGroups)
+        pending.push_back(deviceGroups);
+    while (!pending.empty()) {
+        XmlNode const* group = pending.front();
+        pending.pop_front();
+        if (XmlNode const* devices = group->Child(L"devices")) {
+            for (auto it = devices->ChildsBegin(); it != devices->ChildsEnd(); ++it) {
+                if ((*it)->HasTag(L"device") && (*it)->Value(L"type", L"") == kEventDeviceType)
+                    ++count;
+            }
+        }
+        if (XmlNode const* groups = group->Child(L"groups")) {
+            for (auto it = groups->ChildsBegin(); it != groups->ChildsEnd(); ++it)
+                pending.push_back(*it);
+        }
+    }
+    return count;
+}
+
+int CountFiles(QString const& folder, QString const& pattern)
+{
+    return static_cast<int>(QDir(folder).entryList({pattern}, QDir::Files).size());
+}
+
+} // namespace
+
+ProjectSummary SummarizeProject(ProjectFolder& project)
+{
+    ProjectSummary summary;
+    summary.name = project.DisplayName();
+    summary.folder = project.Folder();
+    XmlNode const* events = project.Events().Root();
+    summary.events = CountChildren(events, L"events", L"event");
+    summary.eventGroups = CountChildren(events, L"eventsGroups", L"eventsGroup");
+    XmlNode const* tables = project.TimeTables().Root();
+    summary.timeTables = CountChildren(tables, L"days", L"day")
+        + CountChildren(tables, L"weeks", L"week")
+        + CountChildren(tables, L"calendars", L"calendar");
+    summary.eventDevices = CountEventDevices(project.DeviceGroups());
+    summary.catalogDevices = CountChildren(project.Devices().Root(), kCatalogTag, L"driver");
+    summary.screens = CountFiles(summary.folder, QStringLiteral("*.*.XSCN"));
+    summary.reports = CountFiles(summary.folder, QStringLiteral("*.*.xrpt"));
+    summary.users = CountChildren(project.Users().Root(), L"users", L"user");
+    return summary;
+}
