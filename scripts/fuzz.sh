@@ -5,6 +5,7 @@
 #
 #   scripts/fuzz.sh [seconds]
 #   BUILD_DIR=/tmp/build-fuzz TARGETS="fuzz_parse" scripts/fuzz.sh 60
+#   KEEP_GOING=1 scripts/fuzz.sh     # fork mode: keep fuzzing after a crash, collect them all
 set -euo pipefail
 
 seconds=${1:-300}
@@ -21,6 +22,11 @@ export QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-offscreen}
 export ASAN_OPTIONS=${ASAN_OPTIONS:-detect_leaks=1:abort_on_error=1}
 export UBSAN_OPTIONS=${UBSAN_OPTIONS:-print_stacktrace=1:halt_on_error=1}
 
+keep_going=()
+if [ -n "${KEEP_GOING:-}" ]; then
+  keep_going=(-fork=1 -ignore_crashes=1 -ignore_timeouts=1 -ignore_ooms=1)
+fi
+
 summary=()
 status=0
 for target in $targets; do
@@ -32,10 +38,13 @@ for target in $targets; do
   set +e
   "$build/fuzz/$target" "$corpus" "$root/fuzz/corpus/$target" \
     -max_total_time="$seconds" -max_len=32768 -timeout=10 -rss_limit_mb=4096 \
-    -print_final_stats=1 -artifact_prefix="$artifacts" >"$log" 2>&1
+    -print_final_stats=1 -artifact_prefix="$artifacts" "${keep_going[@]}" >"$log" 2>&1
   rc=$?
   set -e
-  execs=$(grep -o 'stat::number_of_executed_units: *[0-9]*' "$log" | grep -o '[0-9]*$' || true)
+  execs=$(grep -o 'stat::number_of_executed_units: *[0-9]*' "$log" | grep -o '[0-9]*$' | tail -1 || true)
+  if [ -z "$execs" ]; then  # fork mode reports progress lines only
+    execs=$(grep -o '^#[0-9]*' "$log" | tail -1 | tr -d '#' || true)
+  fi
   crashes=$(find "$artifacts" -type f | wc -l)
   line="$target: ${execs:-?} executions in ${seconds}s, exit $rc, $crashes artifact(s) in $artifacts"
   echo "$line"
