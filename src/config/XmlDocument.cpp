@@ -439,10 +439,16 @@ XmlNode& XmlNode::operator=(XmlNode const& other)
     if (&other == this)
         return *this;
     Storage* storage = Storage::Of(this);
-    // Copy first into a detached holder, so that other may lie inside this subtree (or
-    // this inside other's) without being changed while it is read.
-    XmlNode* holder = storage->NewNode(m_tag);
     zo::xml::TagTranslator tags(*Storage::Of(&other), *storage);
+    if (Storage::Of(&other) != storage) {
+        // Another document: other cannot lie inside this subtree, so rewrite in place.
+        storage->CopyTagAndText(this, &other, tags);
+        storage->AssignChildren(this, &other);
+        return *this;
+    }
+    // The same document: copy first into a detached holder, so that other may lie inside
+    // this subtree (or this inside other's) without being changed while it is read.
+    XmlNode* holder = storage->NewNode(m_tag);
     storage->CopyTagAndText(holder, &other, tags);
     storage->CopyChildren(holder, &other);
     storage->FreeDescendants(this);
@@ -508,11 +514,11 @@ void AppendOwnText(std::string& out, XmlNode const* node)
     std::string_view const text = node->TextUtf8();
     if (text.empty())
         return;
-    // Blanks alone before child elements would read back as indentation: keep them as CDATA.
+    // Blanks alone before child elements would read back as indentation: write them as
+    // character references, which a parser keeps as they are (a CDATA section would lose \r).
     if (node->FirstChild() && IsWhitespaceOnly(text)) {
-        out.append("<![CDATA[");
-        out.append(text);
-        out.append("]]>");
+        for (char c : text)
+            out.append(c == ' ' ? "&#32;" : c == '\t' ? "&#9;" : c == '\n' ? "&#10;" : "&#13;");
         return;
     }
     AppendEscaped(out, text);

@@ -198,9 +198,14 @@ void Storage::FreeDescendants(XmlNode* node)
     node->m_childCount = 0;
 }
 
+std::size_t Storage::RoundedTextSize(std::size_t length)
+{
+    return (length + kTextClassStep - 1) / kTextClassStep * kTextClassStep;
+}
+
 char* Storage::AllocText(std::size_t length)
 {
-    std::size_t const rounded = (length + kTextClassStep - 1) / kTextClassStep * kTextClassStep;
+    std::size_t const rounded = RoundedTextSize(length);
     std::size_t const cls = rounded / kTextClassStep - 1;
     if (cls >= kTextClasses) {
         char* text = static_cast<char*>(std::malloc(length));
@@ -228,7 +233,7 @@ char* Storage::AllocText(std::size_t length)
 
 void Storage::FreeText(char* text, std::size_t length)
 {
-    std::size_t const rounded = (length + kTextClassStep - 1) / kTextClassStep * kTextClassStep;
+    std::size_t const rounded = RoundedTextSize(length);
     std::size_t const cls = rounded / kTextClassStep - 1;
     if (cls >= kTextClasses) {
         m_largeTexts.erase(text);
@@ -242,6 +247,16 @@ void Storage::FreeText(char* text, std::size_t length)
 
 void Storage::SetText(XmlNode* node, std::string_view utf8)
 {
+    if (node->m_text && !utf8.empty() && RoundedTextSize(node->m_textLength) == RoundedTextSize(utf8.size()) &&
+        RoundedTextSize(utf8.size()) <= kTextClasses * kTextClassStep) {
+        // Same pooled size: rewrite in place.
+        if (node->TextUtf8() == utf8)
+            return;
+        DropWideText(node);
+        std::memcpy(const_cast<char*>(node->m_text), utf8.data(), utf8.size());
+        node->m_textLength = static_cast<std::uint32_t>(utf8.size());
+        return;
+    }
     ClearText(node);
     if (utf8.empty())
         return;
@@ -257,6 +272,11 @@ void Storage::ClearText(XmlNode* node)
         FreeText(const_cast<char*>(node->m_text), node->m_textLength);
     node->m_text = nullptr;
     node->m_textLength = 0;
+    DropWideText(node);
+}
+
+void Storage::DropWideText(XmlNode const* node)
+{
     if (node->m_wideText) {
         m_wideTexts.erase(node->m_wideText);
         delete node->m_wideText;
@@ -419,6 +439,41 @@ void Storage::CopyChildren(XmlNode* target, XmlNode const* source)
             LinkAfter(to, copy, nullptr);
             if (child->m_first)
                 pending.emplace_back(child, copy);
+        }
+    }
+}
+
+void Storage::AssignChildren(XmlNode* target, XmlNode const* source)
+{
+    // Walks both trees side by side and rewrites the target's nodes where they stand: a
+    // working copy assigned back over the element it came from allocates and frees almost
+    // nothing, and the element keeps its memory layout however often it is edited.
+    TagTranslator tags(*Of(source), *this);
+    std::vector<std::pair<XmlNode const*, XmlNode*>> pending{{source, target}};
+    while (!pending.empty()) {
+        auto [from, to] = pending.back();
+        pending.pop_back();
+        XmlNode* reuse = to->m_first;
+        for (XmlNode const* child = from->m_first; child; child = child->m_next) {
+            XmlNode* copy = reuse;
+            if (copy) {
+                reuse = reuse->m_next;
+                copy->m_tag = tags.Translate(child->m_tag);
+                SetText(copy, child->TextUtf8());
+            } else {
+                copy = NewNode(nullptr);
+                CopyTagAndText(copy, child, tags);
+                LinkAfter(to, copy, nullptr);
+            }
+            if (child->m_first || copy->m_first)
+                pending.emplace_back(child, copy);
+        }
+        while (reuse) {
+            XmlNode* next = reuse->m_next;
+            Unlink(reuse);
+            FreeDescendants(reuse);
+            FreeNode(reuse);
+            reuse = next;
         }
     }
 }

@@ -79,10 +79,15 @@ public:
     void CopyChildren(XmlDocument::XmlNode* target, XmlDocument::XmlNode const* source);
     // Copies the tag and the text of source onto target.
     void CopyTagAndText(XmlDocument::XmlNode* target, XmlDocument::XmlNode const* source, TagTranslator& tags);
+    // Makes target's children a deep copy of source's, reusing target's nodes in place;
+    // source must not lie inside target's subtree.
+    void AssignChildren(XmlDocument::XmlNode* target, XmlDocument::XmlNode const* source);
     // Moves all children of `from` to the end of `to` (both of this storage).
     static void MoveChildren(XmlDocument::XmlNode* to, XmlDocument::XmlNode* from);
 
 private:
+    static std::size_t RoundedTextSize(std::size_t length);
+    void DropWideText(XmlDocument::XmlNode const* node);
     char* AllocText(std::size_t length);
     void FreeText(char* text, std::size_t length);
     void NewNodeChunk();

@@ -151,6 +151,13 @@ TEST(XmlNodes, AssignmentCopiesDeeplyInPlace)
     // Tags are interned per document: the copied tags belong to the live document.
     EXPECT_EQ(events->Node(L"event")->TagKey(), live.TagKey(L"event"));
 
+    // A smaller tree of another shape assigned over it leaves nothing of the old one behind.
+    XmlDocument small;
+    Load(small, "<events><event><actions>x</actions><name>Only</name></event><other/></events>");
+    *events = *small.Root();
+    EXPECT_EQ(Xml(events), "<events><event><actions>x</actions><name>Only</name></event><other/></events>");
+    *events = *copy.Root();
+
     // Assigning a descendant over its ancestor, and an ancestor over a descendant.
     XmlNode* actions = events->Node(L"event/actions");
     XmlNode* firstEvent = events->Node(L"event");
@@ -171,7 +178,7 @@ TEST(XmlText, WriteAndParseRoundTripEveryTree)
     root->SetValue(L"unicode", L"\u00c5ngstr\u00f6m \u4e2d\u6587 \U0001F600");
     root->SetValue(L"empty", L"");
     XmlNode* mixed = root->NewChild(L"mixed");
-    mixed->SetValue(L"  ");
+    mixed->SetValue(L" \r\n\t");
     mixed->NewChild(L"child")->SetValue(L"x");
     XmlNode* textAndChildren = root->NewChild(L"textAndChildren");
     textAndChildren->SetValue(L" lead");
@@ -184,7 +191,7 @@ TEST(XmlText, WriteAndParseRoundTripEveryTree)
     EXPECT_EQ(back.Root()->Value(L"blank", L"?"), L"   ");
     EXPECT_EQ(back.Root()->Value(L"specials", L""), L"a<b>&c\r\nd\te\x01");
     EXPECT_EQ(back.Root()->Value(L"unicode", L""), L"\u00c5ngstr\u00f6m \u4e2d\u6587 \U0001F600");
-    EXPECT_EQ(back.Root()->Node(L"mixed")->Value(), L"  ");
+    EXPECT_EQ(back.Root()->Node(L"mixed")->Value(), L" \r\n\t");
     EXPECT_EQ(back.Root()->Node(L"textAndChildren")->Value(), L" lead");
 
     // Several elements' texts joined inside one enclosing element parse as its children.
