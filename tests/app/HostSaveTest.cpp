@@ -1,28 +1,22 @@
+#include "EventChooserDlg.h"
 #include "HostTestSupport.h"
-#include "MainWindow.h"
-#include "ProjectFolder.h"
 #include "ProjectSaver.h"
 #include "XmlFileText.h"
-#include "events/ZoEDlgEventsCfg.h"
-#include "support/ModalScript.h"
+#include "editor/ZoEDlgEventCfg.h"
+#include "platform/tools/ZoUtf.h"
 #include "support/ScriptedAnswerer.h"
 
-#include <QAction>
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QLineEdit>
 #include <QProcess>
-#include <QPushButton>
 #include <QRandomGenerator>
-#include <QTemporaryDir>
 #include <QThread>
-#include <QTreeView>
 
 #include <cstdio>
 
 using namespace host_test;
-using namespace zo::project;
-using XmlNode = XmlDocument::XmlNode;
-using HostSave = host_test::HostTest;
+using HostSave = HostTest;
 
 namespace {
 
@@ -33,141 +27,155 @@ std::string TreeText(XmlDocument const& doc)
     return text;
 }
 
-// The events list deletes its first row and ends with OK.
-ModalScript::Step DeleteFirstEvent()
+// Whether the id appears anywhere under the device groups element (ids are GUIDs).
+bool IsRegistered(XmlNode const* deviceGroups, std::wstring const& id)
 {
-    return ModalScript::As<ZoEDlgEventsCfg>([](ZoEDlgEventsCfg& list) {
-        auto* view = list.findChild<QTreeView*>("eventsList");
-        view->selectionModel()->select(view->model()->index(0, 0),
-                                       QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-        list.findChild<QPushButton*>("deleteButton")->click();
-        return ModalScript::ClickOk(list);
-    });
+    std::string xml;
+    deviceGroups->CreateXmlCode(xml);
+    return xml.find(ZoToUtf8(id)) != std::string::npos;
 }
 
 } // namespace
 
-TEST_F(HostSave, SaverReplacesFilesOnlyWhenAllWereWritten)
+// The list deletes in the live tree at once: Cancel puts the documents back, OK saves the
+// events and the device groups (never the users file).
+TEST_F(HostSave, EventsListAcceptedSavesEventsAndDevices)
 {
+    DemoWindow demo;
+    QByteArray const eventsBytes = ReadBytes(demo.File(ProjectDoc::Events));
+    QByteArray const devicesBytes = ReadBytes(demo.File(ProjectDoc::Devices));
+    std::wstring const id = EventNamed(demo.window.Project()->Events(), L"Heavy rain")->Value(L"id", L"");
+    ScriptedAnswerer answers; // the delete questions are answered Yes
+    ModalScript modal(DeleteEventThen("Heavy rain", "cancelButton"));
+    demo.window.OnEventsList();
+    EXPECT_EQ(answers.Ids(), (std::vector<unsigned>{32792}));
+    ASSERT_TRUE(EventNamed(demo.window.Project()->Events(), L"Heavy rain"));
+    EXPECT_TRUE(IsRegistered(demo.window.Project()->DeviceGroups(), id));
+    EXPECT_FALSE(demo.window.HasUnsavedChanges());
+    EXPECT_EQ(ReadBytes(demo.File(ProjectDoc::Events)), eventsBytes);
+    EXPECT_EQ(ReadBytes(demo.File(ProjectDoc::Devices)), devicesBytes);
+
+    modal.Then(DeleteEventThen("Heavy rain"));
+    demo.window.OnEventsList();
+    EXPECT_EQ(modal.Classes(), (QStringList{"ZoEDlgEventsCfg", "ZoEDlgEventsCfg"}));
+    EXPECT_FALSE(demo.window.HasUnsavedChanges());
+    XmlDocument events, devices;
+    ParseFile(demo.File(ProjectDoc::Events), events);
+    EXPECT_FALSE(EventNamed(events, L"Heavy rain"));
+    EXPECT_TRUE(EventNamed(events, L"Intrusion alarm"));
+    ParseFile(demo.File(ProjectDoc::Devices), devices);
+    EXPECT_FALSE(IsRegistered(devices.Root()->Child(kDeviceGroupsTag), id));
+    EXPECT_EQ(demo.Label("eventsCountLabel"), "21");
+    EXPECT_EQ(demo.Label("eventDevicesCountLabel"), "21");
+    EXPECT_EQ(ReadBytes(demo.File(ProjectDoc::Users)), ReadBytes(FilePath(kDemoFolder, ProjectDoc::Users)));
+}
+
+// Edit > Event: a filtered chooser, then the editor; only the events file is written.
+TEST_F(HostSave, EditEventSavesTheEditedEvent)
+{
+    DemoWindow demo;
+    QByteArray const devicesBytes = ReadBytes(demo.File(ProjectDoc::Devices));
+    ScriptedAnswerer answers; // formula warnings, if any, are accepted
+    ModalScript modal(ModalScript::As<EventChooserDlg>([](EventChooserDlg& chooser) {
+        chooser.findChild<QLineEdit*>("filterEdit")->setText("pump 2 f");
+        EXPECT_EQ(chooser.findChild<QTreeView*>("eventsList")->model()->rowCount(), 1);
+        return ModalScript::ClickOk(chooser);
+    }));
+    modal.Then(ModalScript::As<ZoEDlgEventCfg>([](ZoEDlgEventCfg& editor) {
+        EXPECT_EQ(editor.findChild<QLineEdit*>("nameEdit")->text(), "Pump 2 fault");
+        editor.findChild<QLineEdit*>("descriptionEdit")->setText("Drive of pump 2 trips.");
+        return ModalScript::ClickOk(editor);
+    }));
+    demo.window.OnEditEvent();
+    EXPECT_EQ(modal.Classes(), (QStringList{"EventChooserDlg", "ZoEDlgEventCfg"}));
+    XmlDocument events;
+    ParseFile(demo.File(ProjectDoc::Events), events);
+    EXPECT_EQ(EventNamed(events, L"Pump 2 fault")->Value(L"description", L""), L"Drive of pump 2 trips.");
+    EXPECT_EQ(EventNamed(events, L"Pump 1 fault")->Value(L"description", L""), L"Drive of pump 1 reports a fault.");
+    EXPECT_EQ(ReadBytes(demo.File(ProjectDoc::Devices)), devicesBytes);
+}
+
+TEST_F(HostSave, SaverAndFileText)
+{
+    // The second file cannot be written (its parent is a regular file): the first keeps
+    // its old content although it was written without fault, and no stray file is left.
     QTemporaryDir folder;
     QString const first = QDir(folder.path()).filePath("First.zocfg");
     WriteBytes(first, "<old/>");
-    {
-        ProjectSaver saver;
-        saver.Add(first, "<new/>");
-        ASSERT_TRUE(saver.Commit()) << saver.Reason().toStdString();
-    }
-    EXPECT_EQ(ReadBytes(first), "<new/>");
-    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{"First.zocfg"});
-
-    // The second file cannot be written (its parent is a regular file): the first keeps
-    // its old content although it was written without fault.
     ProjectSaver saver;
-    saver.Add(first, "<newer/>");
-    QString const impossible = first + "/Second.zocfg";
-    saver.Add(impossible, "<second/>");
+    saver.Add(first, "<new/>");
+    saver.Add(first + "/Second.zocfg", "<second/>");
     EXPECT_FALSE(saver.Commit());
-    EXPECT_EQ(saver.FailedPath(), impossible);
-    EXPECT_FALSE(saver.Reason().isEmpty());
-    EXPECT_EQ(ReadBytes(first), "<new/>");
+    EXPECT_EQ(saver.FailedPath(), first + "/Second.zocfg");
+    EXPECT_EQ(ReadBytes(first), "<old/>");
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{"First.zocfg"});
-}
 
-TEST_F(HostSave, FileTextIsIndentedOnlyWhenItReadsBackTheSame)
-{
-    XmlDocument doc;
-    ASSERT_TRUE(doc.Parse("<a><b>x &lt; y</b><c/><d><e>1</e></d></a>"));
-    std::string const text = XmlFileText(doc);
-    EXPECT_NE(text.find("\n  <b>x &lt; y</b>\n"), std::string::npos) << text;
-    XmlDocument back;
-    ASSERT_TRUE(back.Parse(text.c_str()));
-    EXPECT_EQ(TreeText(back), TreeText(doc));
-
-    // Texts that indentation would change (blanks only, text beside children) keep the
-    // compact form, which reads back exactly.
-    XmlDocument tricky;
+    // Files are indented only where that reads back the same tree; texts of blanks or text
+    // beside children keep the compact form.
+    XmlDocument plain, tricky;
+    ASSERT_TRUE(plain.Parse("<a><b>x &lt; y</b><c/><d><e>1</e></d></a>"));
+    EXPECT_NE(XmlFileText(plain).find("\n  <b>x &lt; y</b>\n"), std::string::npos) << XmlFileText(plain);
     tricky.Create(L"a");
-    tricky.Root()->SetValue(L"parameter", L"  ");
+    tricky.Root()->SetValue(L"blanks", L"  ");
     tricky.Root()->NewChild(L"mixed", nullptr)->SetValue(L" lead");
     tricky.Root()->Child(L"mixed")->NewChild(L"child", nullptr);
-    std::string const trickyText = XmlFileText(tricky);
-    XmlDocument trickyBack;
-    ASSERT_TRUE(trickyBack.Parse(trickyText.c_str()));
-    EXPECT_EQ(TreeText(trickyBack), TreeText(tricky));
+    for (XmlDocument const* doc : {&plain, &tricky}) {
+        XmlDocument back;
+        ASSERT_TRUE(back.Parse(XmlFileText(*doc).c_str()));
+        EXPECT_EQ(TreeText(back), TreeText(*doc));
+    }
 }
 
-// A save that fails (a full disk; a read-only folder when the tests do not run as root)
-// keeps the old files byte-identical, tells the user, and keeps the change for File > Save.
+// A save that fails (here a full disk) keeps the old files byte-identical, tells the user,
+// and keeps the change for File > Save.
 TEST_F(HostSave, FailedSaveKeepsOldFilesAndTellsTheUser)
 {
-    enum class Fault { FullDisk, ReadOnlyFolder };
-    for (Fault fault : {Fault::FullDisk, Fault::ReadOnlyFolder}) {
-        if (fault == Fault::ReadOnlyFolder && !ReadOnlyFolder::Effective())
-            continue; // root writes into read-only folders; the full disk covers it
-        SCOPED_TRACE(fault == Fault::FullDisk ? "full disk" : "read-only folder");
-        DemoCopy copy;
-        QTemporaryDir settings;
-        MainWindow window(RecentFolders(settings.filePath("recent.ini")));
-        ASSERT_TRUE(window.OpenFolder(copy.Path()));
-        QByteArray const events = ReadBytes(copy.File(ProjectDoc::Events));
-        QByteArray const devices = ReadBytes(copy.File(ProjectDoc::Devices));
+    DemoWindow demo;
+    QByteArray const events = ReadBytes(demo.File(ProjectDoc::Events));
+    QByteArray const devices = ReadBytes(demo.File(ProjectDoc::Devices));
+    ScriptedAnswerer answers;
+    {
+        FileSizeLimit fullDisk(4096);
+        ModalScript modal(DeleteEventThen("Heavy rain"));
+        demo.window.OnEventsList();
+        ASSERT_EQ(answers.Ids(), (std::vector<unsigned>{32792, 60046}));
+        EXPECT_TRUE(QString::fromStdWString(answers.LastText()).contains("Events.zocfg"));
+        EXPECT_EQ(answers.Last().icon, ZoMsgIcon::Error);
 
-        ScriptedAnswerer answers;
-        {
-            ModalScript modal(DeleteFirstEvent());
-            std::unique_ptr<FileSizeLimit> fullDisk;
-            std::unique_ptr<ReadOnlyFolder> readOnly;
-            if (fault == Fault::FullDisk)
-                fullDisk = std::make_unique<FileSizeLimit>(4096);
-            else
-                readOnly = std::make_unique<ReadOnlyFolder>(copy.Path());
-            window.OnEventsList();
-            ASSERT_EQ(answers.Ids(), (std::vector<unsigned>{32792, 60046}));
-            QString const text = QString::fromStdWString(answers.LastText());
-            EXPECT_TRUE(text.contains("Events.zocfg")) << text.toStdString();
-            EXPECT_EQ(answers.Last().icon, ZoMsgIcon::Error);
-
-            // Closing offers to save; when that save fails too, the window stays open.
-            window.show();
-            answers.Then(ZoAnswer::Yes);
-            EXPECT_FALSE(window.close());
-            EXPECT_EQ(answers.Ids(), (std::vector<unsigned>{32792, 60046, 60048, 60046}));
-            EXPECT_TRUE(window.isVisible());
-        }
-        EXPECT_EQ(ReadBytes(copy.File(ProjectDoc::Events)), events);
-        EXPECT_EQ(ReadBytes(copy.File(ProjectDoc::Devices)), devices);
-        EXPECT_EQ(QDir(copy.Path()).entryList(QDir::Files | QDir::Hidden).size(), 8);
-        EXPECT_TRUE(window.HasUnsavedChanges());
-        EXPECT_TRUE(window.isWindowModified());
-        EXPECT_TRUE(window.findChild<QAction*>("saveAction")->isEnabled());
-
-        // Once the fault is gone, File > Save writes both documents.
-        window.OnSave();
-        EXPECT_EQ(answers.Count(), 4);
-        EXPECT_FALSE(window.HasUnsavedChanges());
-        QByteArray const saved = ReadBytes(copy.File(ProjectDoc::Events));
-        XmlDocument doc;
-        ASSERT_TRUE(doc.Parse(saved.constData(), static_cast<std::size_t>(saved.size())));
-        EXPECT_EQ(TreeText(doc), TreeText(window.Project()->Events()));
-        EXPECT_NE(ReadBytes(copy.File(ProjectDoc::Devices)), devices);
+        // Closing offers to save; when that save fails too, the window stays open.
+        demo.window.show();
+        EXPECT_FALSE(demo.window.close());
+        EXPECT_EQ(answers.Ids(), (std::vector<unsigned>{32792, 60046, 60048, 60046}));
+        EXPECT_TRUE(demo.window.isVisible());
     }
+    EXPECT_EQ(ReadBytes(demo.File(ProjectDoc::Events)), events);
+    EXPECT_EQ(ReadBytes(demo.File(ProjectDoc::Devices)), devices);
+    EXPECT_EQ(QDir(demo.dir.path()).entryList(QDir::Files | QDir::Hidden).size(), 8);
+    EXPECT_TRUE(demo.window.HasUnsavedChanges());
+
+    // Once the fault is gone, File > Save writes both documents.
+    demo.window.OnSave();
+    EXPECT_EQ(answers.Count(), 4);
+    EXPECT_FALSE(demo.window.HasUnsavedChanges());
+    XmlDocument saved;
+    ParseFile(demo.File(ProjectDoc::Events), saved);
+    EXPECT_EQ(TreeText(saved), TreeText(demo.window.Project()->Events()));
+    EXPECT_NE(ReadBytes(demo.File(ProjectDoc::Devices)), devices);
 }
 
 // Run only as the child of the test below: saves two large documents in turn, for ever,
 // through the host's own save, and says "saved" after each save.
 TEST(HostSaveChild, DISABLED_SavesForever)
 {
-    QByteArray const folder = qgetenv("ZO_HOST_SAVE_CHILD_FOLDER");
+    QString const folder = QString::fromLocal8Bit(qgetenv("ZO_HOST_SAVE_CHILD_FOLDER"));
     if (folder.isEmpty())
         GTEST_SKIP() << "only run by HostSave.KilledSaveLeavesOldOrNewFile";
     std::wstring error;
-    auto project = ProjectFolder::Open(QString::fromLocal8Bit(folder), error);
+    auto project = ProjectFolder::Open(folder, error);
     ASSERT_TRUE(project);
     XmlDocument versions[2];
-    for (int i = 0; i < 2; ++i) {
-        QByteArray const text = ReadBytes(QDir(QString::fromLocal8Bit(folder)).filePath(QString("version%1.xml").arg(i)));
-        ASSERT_TRUE(versions[i].Parse(text.constData(), static_cast<std::size_t>(text.size())));
-    }
+    for (int i = 0; i < 2; ++i)
+        ParseFile(QDir(folder).filePath(QString("version%1.xml").arg(i)), versions[i]);
     // Writing the file takes most of each save, so that most kills fall while it is written.
     ProjectSaver::SetBlockWrittenHook([] { QThread::usleep(1000); });
     for (int round = 0;; ++round) {
@@ -181,20 +189,18 @@ TEST(HostSaveChild, DISABLED_SavesForever)
 // A process killed in the middle of saving leaves the file old or new, never a mix.
 TEST_F(HostSave, KilledSaveLeavesOldOrNewFile)
 {
+    // Two versions of a large events document (60 copies of the demo's events) that differ
+    // in every event, so that any mix of them would show.
     QTemporaryDir folder;
-    // Two versions of a large events document (some thousands of events) that differ in
-    // every event, so that any mix of them would show.
-    DemoCopy demo;
-    std::wstring error;
-    auto project = ProjectFolder::Open(demo.Path(), error);
-    ASSERT_TRUE(project);
-    XmlNode const* demoEvents = project->Events().Root()->Child(L"events");
-    std::string expected[2];
+    XmlDocument demo;
+    ParseFile(FilePath(kDemoFolder, ProjectDoc::Events), demo);
+    XmlNode const* demoEvents = demo.Root()->Child(L"events");
+    QByteArray expected[2];
     for (int version = 0; version < 2; ++version) {
         XmlDocument doc;
         doc.Create(kEventsRoot);
         XmlNode* events = doc.Root()->NewChild(L"events", nullptr);
-        for (int copyIndex = 0; copyIndex < 60; ++copyIndex) {
+        for (int copy = 0; copy < 60; ++copy) {
             for (auto it = demoEvents->ChildsBegin(); it != demoEvents->ChildsEnd(); ++it) {
                 XmlNode* event = events->NewChild(L"event", nullptr);
                 *event = **it;
@@ -202,12 +208,11 @@ TEST_F(HostSave, KilledSaveLeavesOldOrNewFile)
             }
         }
         doc.Root()->NewChild(L"eventsGroups", nullptr);
-        std::string text = XmlFileText(doc);
-        WriteBytes(QDir(folder.path()).filePath(QString("version%1.xml").arg(version)), QByteArray::fromStdString(text));
-        expected[version] = std::move(text);
+        expected[version] = QByteArray::fromStdString(XmlFileText(doc));
+        WriteBytes(QDir(folder.path()).filePath(QString("version%1.xml").arg(version)), expected[version]);
     }
     QString const target = FilePath(folder.path(), ProjectDoc::Events);
-    WriteBytes(target, QByteArray::fromStdString(expected[1]));
+    WriteBytes(target, expected[1]);
 
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("ZO_HOST_SAVE_CHILD_FOLDER", folder.path());
@@ -237,10 +242,8 @@ TEST_F(HostSave, KilledSaveLeavesOldOrNewFile)
         ASSERT_TRUE(child.waitForFinished());
 
         QByteArray const left = ReadBytes(target);
-        bool const first = left == QByteArray::fromStdString(expected[0]);
-        bool const second = left == QByteArray::fromStdString(expected[1]);
-        ASSERT_TRUE(first || second) << "kill " << kill << " left " << left.size() << " bytes";
-        ++seen[first ? 0 : 1];
+        ASSERT_TRUE(left == expected[0] || left == expected[1]) << "kill " << kill << " left " << left.size() << " bytes";
+        ++seen[left == expected[0] ? 0 : 1];
     }
     // The folder holds no half-written file under the project's names.
     for (QString const& name : QDir(folder.path()).entryList(QDir::Files))

@@ -1,40 +1,41 @@
 #pragma once
-// Helpers of the host editor's tests: the demo project copied into a temporary folder,
-// files read as bytes, and ways to make a save fail.
+// Helpers of the host editor's tests: a main window over a temporary copy of the demo
+// project, files read as bytes, and a full disk.
+#include "MainWindow.h"
 #include "ProjectFiles.h"
+#include "ProjectFolder.h"
+#include "events/ZoEDlgEventsCfg.h"
 #include "platform/setup/ZoEventSystem.h"
 #include "platform/setup/ZoVelmoraSetup.h"
+#include "support/ModalScript.h"
 
-#include <QByteArray>
 #include <QDir>
 #include <QFile>
-#include <QString>
+#include <QLabel>
+#include <QPushButton>
 #include <QTemporaryDir>
+#include <QTreeView>
 #include <gtest/gtest.h>
 
 #include <csignal>
 #include <sys/resource.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace host_test {
 
-inline QString DemoFolder()
-{
-    return QStringLiteral(ZO_SOURCE_DIR "/examples/demo");
-}
+using namespace zo::project;
+using XmlNode = XmlDocument::XmlNode;
 
-inline QString FilePath(QString const& folder, zo::project::ProjectDoc doc)
+inline QString const kDemoFolder = QStringLiteral(ZO_SOURCE_DIR "/examples/demo");
+
+inline QString FilePath(QString const& folder, ProjectDoc doc)
 {
-    return QDir(folder).filePath(QString::fromWCharArray(zo::project::FileName(doc)));
+    return QDir(folder).filePath(QString::fromWCharArray(FileName(doc)));
 }
 
 inline QByteArray ReadBytes(QString const& path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    return file.readAll();
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 inline void WriteBytes(QString const& path, QByteArray const& bytes)
@@ -44,26 +45,52 @@ inline void WriteBytes(QString const& path, QByteArray const& bytes)
     ASSERT_EQ(file.write(bytes), bytes.size());
 }
 
-// A temporary copy of the demo project (removed with the object).
-class DemoCopy {
-public:
-    DemoCopy()
-    {
-        EXPECT_TRUE(m_dir.isValid());
-        QDir const demo(DemoFolder());
-        for (QString const& name : demo.entryList(QDir::Files))
-            EXPECT_TRUE(QFile::copy(demo.filePath(name), QDir(Path()).filePath(name))) << name.toStdString();
-    }
-    QString Path() const { return m_dir.path(); }
-    QString File(zo::project::ProjectDoc doc) const { return FilePath(Path(), doc); }
+inline void ParseFile(QString const& path, XmlDocument& doc)
+{
+    QByteArray const bytes = ReadBytes(path);
+    ASSERT_TRUE(doc.Parse(bytes.constData(), static_cast<std::size_t>(bytes.size()))) << path.toStdString();
+}
 
-private:
-    QTemporaryDir m_dir;
+inline XmlNode* EventNamed(XmlDocument& doc, wchar_t const* name)
+{
+    return doc.Root()->NodeV(L"events/event?name=%s?", name);
+}
+
+// A temporary copy of the demo project and a main window (with its own recent-folders
+// file) that opened it.
+struct DemoWindow {
+    QTemporaryDir dir, settings;
+    MainWindow window{RecentFolders(settings.filePath("recent.ini"))};
+
+    DemoWindow()
+    {
+        for (QString const& name : QDir(kDemoFolder).entryList(QDir::Files))
+            EXPECT_TRUE(QFile::copy(QDir(kDemoFolder).filePath(name), QDir(dir.path()).filePath(name)));
+        EXPECT_TRUE(window.OpenFolder(dir.path()));
+    }
+    QString File(ProjectDoc doc) const { return FilePath(dir.path(), doc); }
+    QString Label(char const* name) const { return window.findChild<QLabel*>(name)->text(); }
 };
 
+// A step for the events list: deletes the event shown with this name (the question is
+// answered by the test's answerer), then ends with the given button.
+inline ModalScript::Step DeleteEventThen(QString const& name, char const* button = "okButton")
+{
+    return ModalScript::As<ZoEDlgEventsCfg>([name, button](ZoEDlgEventsCfg& list) {
+        auto* view = list.findChild<QTreeView*>("eventsList");
+        QAbstractItemModel* model = view->model();
+        QModelIndexList const found = model->match(model->index(0, 0), Qt::DisplayRole, name, 1, Qt::MatchExactly);
+        EXPECT_EQ(found.size(), 1) << name.toStdString();
+        view->selectionModel()->select(found.value(0), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        list.findChild<QPushButton*>("deleteButton")->click();
+        list.setResult(QDialog::Rejected);
+        list.findChild<QPushButton*>(button)->click();
+        return list.result();
+    });
+}
+
 // Makes every file write of this process fail beyond `bytes` bytes, as a full disk does,
-// for as long as it lives. Works for every user, also root (which a read-only folder
-// does not stop).
+// for as long as it lives (also for root, whom a read-only folder does not stop).
 class FileSizeLimit {
 public:
     explicit FileSizeLimit(rlim_t bytes)
@@ -79,40 +106,16 @@ public:
         setrlimit(RLIMIT_FSIZE, &m_old);
         std::signal(SIGXFSZ, m_oldHandler);
     }
-    FileSizeLimit(FileSizeLimit const&) = delete;
-    FileSizeLimit& operator=(FileSizeLimit const&) = delete;
 
 private:
     rlimit m_old{};
     void (*m_oldHandler)(int) = nullptr;
 };
 
-// Makes a folder read-only for as long as it lives. Root writes anyway: check Effective().
-class ReadOnlyFolder {
-public:
-    explicit ReadOnlyFolder(QString path)
-        : m_path(std::move(path))
-    {
-        ::chmod(QFile::encodeName(m_path).constData(), 0555);
-    }
-    ~ReadOnlyFolder() { ::chmod(QFile::encodeName(m_path).constData(), 0755); }
-    ReadOnlyFolder(ReadOnlyFolder const&) = delete;
-    ReadOnlyFolder& operator=(ReadOnlyFolder const&) = delete;
-    static bool Effective() { return ::geteuid() != 0; }
-
-private:
-    QString m_path;
-};
-
 // Base of the host tests: opening a project points the module's setup at its folder and
 // sets the event feed; both are put back after each test.
 class HostTest : public ::testing::Test {
 protected:
-    void SetUp() override
-    {
-        m_cfgPath = ZoVelmoraSetup::instance().CfgPath();
-        m_feed = ZoEventSystem::instance()->IsFeedAvailable();
-    }
     void TearDown() override
     {
         ZoVelmoraSetup::instance().SetCfgPath(m_cfgPath);
@@ -120,8 +123,8 @@ protected:
     }
 
 private:
-    std::wstring m_cfgPath;
-    bool m_feed = true;
+    std::wstring m_cfgPath = ZoVelmoraSetup::instance().CfgPath();
+    bool m_feed = ZoEventSystem::instance()->IsFeedAvailable();
 };
 
 } // namespace host_test

@@ -13,47 +13,51 @@
 #include <string>
 #include <vector>
 
-// A working copy of an `events` element with a few events, a time-tables document, and the
-// event editor opened on one of the events.
+using Tags_ = std::vector<std::wstring>;
+
+// An event with every key the editor edits.
+inline char const* const kFullEvent =
+    "<id>{E-1}</id><name>Boiler overheat</name><description>Boiler too hot</description>"
+    "<condition>T1 &gt; 90</condition><conditionStop>T1 &lt; 80</conditionStop>"
+    "<timeTable>{W-1}</timeTable><notify>T</notify><record>T</record><disabled>F</disabled>"
+    "<delayToActivate>5</delayToActivate><delayToDeactivate>10</delayToDeactivate>"
+    "<annotation>Boiler %a1</annotation><deaAnnotation>Boiler ok</deaAnnotation>"
+    "<ackAnnotation>Seen</ackAnnotation><rssActivate>T</rssActivate>"
+    "<rssDeactivate>F</rssDeactivate><rssAcknowledge>T</rssAcknowledge>";
+
+// A working copy of an `events` element holding "Pump fault", a time-tables document, and
+// the event editor opened on an event added to the copy.
 class EventEditorTest : public ::testing::Test {
 protected:
     EventEditorTest()
     {
-        EXPECT_TRUE(m_events.Parse(
-            "<events>"
-            "<event><id>{E-OTHER}</id><name>Pump fault</name></event>"
-            "</events>"));
+        EXPECT_TRUE(m_events.Parse("<events><event><id>{E-OTHER}</id><name>Pump fault</name></event></events>"));
         EXPECT_TRUE(m_timeTables.Parse(
-            "<timeTables>"
-            "<days><day><id>{D-1}</id><name>Workday</name></day>"
-            "<day><id>{D-2}</id><name>Weekend</name></day></days>"
-            "<weeks><week><id>{W-1}</id><name>Office week</name></week></weeks>"
-            "<calendars><calendar><id>{C-1}</id><name>Holidays</name></calendar></calendars>"
-            "</timeTables>"));
+            "<timeTables><days><day><id>{D-1}</id><name>Workday</name></day><day><id>{D-2}</id><name>Weekend</name>"
+            "</day></days><weeks><week><id>{W-1}</id><name>Office week</name></week></weeks>"
+            "<calendars><calendar><id>{C-1}</id><name>Holidays</name></calendar></calendars></timeTables>"));
         m_users.Create(L"usersBD");
     }
 
-    // Appends an event parsed from its inner XML (keys only) to the events and returns it.
-    XmlNode* AddEvent(char const* keys)
+    // Appends an event given by its inner XML to the events and returns it.
+    XmlNode* AddEvent(std::string const& keys)
     {
         XmlDocument piece;
-        std::string const text = std::string("<event>") + keys + "</event>";
-        EXPECT_TRUE(piece.Parse(text.c_str()));
+        EXPECT_TRUE(piece.Parse(("<event>" + keys + "</event>").c_str()));
         XmlNode* event = m_events.Root()->NewChild(L"event", nullptr);
         *event = *piece.Root();
         return event;
     }
-
-    ZoEDlgEventCfg& Open(XmlNode* event, XmlNode const* timeTablesRoot)
+    // Creates the editor without initialising it (a test may set its flags first).
+    ZoEDlgEventCfg& Create(XmlNode* event, XmlNode const* timeTablesRoot)
     {
-        m_dialog = std::make_unique<ZoEDlgEventCfg>(nullptr, event, m_events.Root(), nullptr,
-                                                    timeTablesRoot, &m_users);
+        m_dialog = std::make_unique<ZoEDlgEventCfg>(nullptr, event, m_events.Root(), nullptr, timeTablesRoot, &m_users);
         return *m_dialog;
     }
-    ZoEDlgEventCfg& Open(XmlNode* event) { return Open(event, m_timeTables.Root()); }
-    ZoEDlgEventCfg& OpenInitialized(XmlNode* event)
+    ZoEDlgEventCfg& Create(XmlNode* event) { return Create(event, m_timeTables.Root()); }
+    ZoEDlgEventCfg& Open(XmlNode* event)
     {
-        Open(event).EnsureInitialized();
+        Create(event).EnsureInitialized();
         return *m_dialog;
     }
 
@@ -77,16 +81,14 @@ protected:
         node->CreateXmlCode(out);
         return out;
     }
-    static std::vector<std::wstring> Tags(XmlNode const* node)
+    static Tags_ Tags(XmlNode const* node)
     {
-        std::vector<std::wstring> tags;
+        Tags_ tags;
         for (auto it = node->ChildsBegin(); it != node->ChildsEnd(); ++it)
             tags.push_back((*it)->Tag());
         return tags;
     }
 
-    XmlDocument m_events;
-    XmlDocument m_timeTables;
-    XmlDocument m_users;
+    XmlDocument m_events, m_timeTables, m_users;
     std::unique_ptr<ZoEDlgEventCfg> m_dialog;
 };

@@ -1,25 +1,15 @@
 #include "EventEditorFixture.h"
 
+#include "editor/ZoTimeTableChoiceModel.h"
 #include "platform/setup/ZoEventSystem.h"
 #include "platform/tools/ZoTexts.h"
-#include "support/ModalScript.h"
-#include "support/ScriptedAnswerer.h"
 
+#include <QAbstractItemModelTester>
 #include <QLabel>
 
+#include <functional>
+
 namespace {
-
-using Tags_ = std::vector<std::wstring>;
-Tags_ const kMoments = {L"activate", L"while", L"deactivate", L"acknowledge"};
-
-char const* const kFullEvent =
-    "<id>{E-1}</id><name>Boiler overheat</name><description>Boiler too hot</description>"
-    "<condition>T1 &gt; 90</condition><conditionStop>T1 &lt; 80</conditionStop>"
-    "<timeTable>{W-1}</timeTable><notify>T</notify><record>T</record><disabled>F</disabled>"
-    "<delayToActivate>5</delayToActivate><delayToDeactivate>10</delayToDeactivate>"
-    "<annotation>Boiler %a1</annotation><deaAnnotation>Boiler ok</deaAnnotation>"
-    "<ackAnnotation>Seen</ackAnnotation><rssActivate>T</rssActivate>"
-    "<rssDeactivate>F</rssDeactivate><rssAcknowledge>T</rssAcknowledge>";
 
 // Text fields and the key each one edits.
 struct TextKey { char const* field; wchar_t const* key; };
@@ -28,34 +18,31 @@ TextKey const kTextKeys[] = {
     {"stopConditionEdit", L"conditionStop"}, {"delayActivateEdit", L"delayToActivate"},
     {"delayDeactivateEdit", L"delayToDeactivate"}, {"annotationEdit", L"annotation"},
     {"deaAnnotationEdit", L"deaAnnotation"}, {"ackAnnotationEdit", L"ackAnnotation"}};
-// Check boxes and the key each one edits ("enabled" edits `disabled` inversely).
-char const* const kChecks[] = {"notifyCheck", "recordCheck", "enabledCheck", "rssActivateCheck",
-                               "rssDeactivateCheck", "rssAcknowledgeCheck"};
-wchar_t const* const kCheckKeys[] = {L"notify", L"record", L"disabled", L"rssActivate",
-                                     L"rssDeactivate", L"rssAcknowledge"};
+// Check boxes, the key each one edits ("enabled" edits `disabled` inversely), whether it
+// is checked for kFullEvent, and what it writes once toggled.
+struct CheckKey { char const* check; wchar_t const* key; bool loaded; wchar_t const* toggled; };
+CheckKey const kCheckKeys[] = {
+    {"notifyCheck", L"notify", true, L"F"}, {"recordCheck", L"record", true, L"F"},
+    {"enabledCheck", L"disabled", true, L"T"}, {"rssActivateCheck", L"rssActivate", true, L"F"},
+    {"rssDeactivateCheck", L"rssDeactivate", false, L"T"}, {"rssAcknowledgeCheck", L"rssAcknowledge", true, L"F"}};
+Tags_ const kMoments = {L"activate", L"while", L"deactivate", L"acknowledge"};
 
 } // namespace
 
-TEST_F(EventEditorTest, NewEventOpensClearAndGainsTheEightActionLists)
+TEST_F(EventEditorTest, NewEventGainsTheEightMomentListsAndItsKeysInWriteOrder)
 {
     XmlNode* event = AddEvent("<id>{E-NEW}</id>");
-    OpenInitialized(event);
-
+    Open(event);
     EXPECT_EQ(m_dialog->windowTitle(), ZoText(32793));
     for (TextKey const& text : kTextKeys)
         EXPECT_TRUE(Edit(text.field)->text().isEmpty()) << text.field;
-    // A missing `disabled` opens with "enabled" clear, like every other missing boolean.
-    for (char const* check : kChecks)
-        EXPECT_FALSE(Check(check)->isChecked()) << check;
-    EXPECT_FALSE(Check("stopConditionCheck")->isChecked());
+    for (CheckKey const& check : kCheckKeys)
+        EXPECT_FALSE(Check(check.check)->isChecked()) << check.check;
     EXPECT_FALSE(Edit("stopConditionEdit")->isEnabled());
-    EXPECT_FALSE(Get<QLabel>("stopConditionLabel")->isEnabled());
     EXPECT_EQ(TimeTables()->currentText(), ZoText(32830));
-    EXPECT_EQ(Tabs()->currentIndex(), ZoEDlgEventCfg::TabGeneral);
     // Missing stored booleans compare unequal with "T" and "F" alike: a new event always
     // counts as changed, from its first boolean on.
     EXPECT_EQ(m_dialog->FirstChange(), ZoEventChange::Notify);
-
     EXPECT_EQ(Tags(event), (Tags_{L"id", L"actions", L"clientActions"}));
     for (wchar_t const* side : {L"actions", L"clientActions"}) {
         EXPECT_EQ(Tags(event->Node(side)), kMoments);
@@ -63,63 +50,6 @@ TEST_F(EventEditorTest, NewEventOpensClearAndGainsTheEightActionLists)
             EXPECT_EQ((*it)->Size(), 0);
     }
 
-    // Existing lists and foreign children are kept; missing moments are appended.
-    event = AddEvent("<id>{E-2}</id><name>A</name><actions><deactivate><beep/></deactivate>"
-                     "<custom/></actions>");
-    OpenInitialized(event);
-    EXPECT_EQ(m_dialog->windowTitle(), ZoText(32794));
-    EXPECT_EQ(Tags(event->Node(L"actions")),
-              (Tags_{L"deactivate", L"custom", L"activate", L"while", L"acknowledge"}));
-    EXPECT_EQ(Tags(event->Node(L"actions/deactivate")), Tags_{L"beep"});
-}
-
-TEST_F(EventEditorTest, EveryKeyLoadsAndSavesBack)
-{
-    XmlNode* event = AddEvent(kFullEvent);
-    OpenInitialized(event);
-    for (TextKey const& text : kTextKeys)
-        EXPECT_EQ(Edit(text.field)->text().toStdWString(), event->Value(text.key, L"")) << text.field;
-    EXPECT_TRUE(Check("stopConditionCheck")->isChecked());
-    EXPECT_TRUE(Edit("stopConditionEdit")->isEnabled());
-    EXPECT_EQ(TimeTables()->currentText(), "Office week");
-    bool const stored[] = {true, true, true, true, false, true};
-    for (int i = 0; i < 6; ++i)
-        EXPECT_EQ(Check(kChecks[i])->isChecked(), stored[i]) << kChecks[i];
-    EXPECT_FALSE(m_dialog->HasChanged());
-
-    // Confirming an unchanged event writes nothing.
-    std::string const before = Xml(event);
-    ClickOk();
-    EXPECT_EQ(m_dialog->result(), QDialog::Accepted);
-    EXPECT_EQ(Xml(event), before);
-
-    // Change every field and save: each key holds the new value, and a new editor shows it.
-    OpenInitialized(event);
-    for (TextKey const& text : kTextKeys)
-        SetText(text.field, QString::fromStdWString(L"Ä " + std::wstring(text.key)));
-    for (char const* check : kChecks)
-        Check(check)->toggle();
-    TimeTables()->setCurrentIndex(4); // the calendar
-    ClickOk();
-    ASSERT_EQ(m_dialog->result(), QDialog::Accepted);
-    EXPECT_EQ(event->Value(L"id", L""), L"{E-1}");
-    for (TextKey const& text : kTextKeys)
-        EXPECT_EQ(event->Value(text.key, L""), L"Ä " + std::wstring(text.key));
-    wchar_t const* const written[] = {L"F", L"F", L"T", L"F", L"T", L"F"};
-    for (int i = 0; i < 6; ++i)
-        EXPECT_EQ(event->Value(kCheckKeys[i], L""), written[i]) << kChecks[i];
-    EXPECT_EQ(event->Value(L"timeTable", L""), L"{C-1}");
-
-    OpenInitialized(event);
-    EXPECT_EQ(TimeTables()->currentText(), "Holidays");
-    EXPECT_FALSE(Check("enabledCheck")->isChecked());
-    EXPECT_FALSE(m_dialog->HasChanged());
-}
-
-TEST_F(EventEditorTest, NewKeysAreAppendedInTheWriteOrder)
-{
-    XmlNode* event = AddEvent("<id>{E-NEW}</id>");
-    OpenInitialized(event);
     SetText("nameEdit", "Door open");
     SetText("conditionEdit", "DI1");
     Check("stopConditionCheck")->setChecked(true);
@@ -127,41 +57,68 @@ TEST_F(EventEditorTest, NewKeysAreAppendedInTheWriteOrder)
     TimeTables()->setCurrentIndex(1);
     ClickOk();
     ASSERT_EQ(m_dialog->result(), QDialog::Accepted);
-
-    EXPECT_EQ(Tags(event),
-              (Tags_{L"id", L"actions", L"clientActions", L"name", L"description", L"condition",
-                     L"conditionStop", L"timeTable", L"notify", L"record", L"disabled",
-                     L"delayToActivate", L"delayToDeactivate", L"annotation", L"deaAnnotation",
-                     L"ackAnnotation", L"rssActivate", L"rssDeactivate", L"rssAcknowledge"}));
+    EXPECT_EQ(Tags(event), (Tags_{L"id", L"actions", L"clientActions", L"name", L"description", L"condition",
+                                  L"conditionStop", L"timeTable", L"notify", L"record", L"disabled",
+                                  L"delayToActivate", L"delayToDeactivate", L"annotation", L"deaAnnotation",
+                                  L"ackAnnotation", L"rssActivate", L"rssDeactivate", L"rssAcknowledge"}));
     EXPECT_EQ(event->Value(L"timeTable", L""), L"{D-1}");
-    EXPECT_EQ(event->Value(L"delayToActivate", L""), L"0");
-    // The enabled box was clear because `disabled` was missing, so the event is saved
-    // disabled: this asymmetry is deliberate.
+    // Deliberate asymmetry: the enabled box was clear because `disabled` was missing, so
+    // the event is saved disabled.
     EXPECT_EQ(event->Value(L"disabled", L""), L"T");
+
+    // Existing lists and foreign children are kept; missing moments are appended.
+    event = AddEvent("<id>{E-2}</id><name>A</name><actions><deactivate><beep/></deactivate><custom/></actions>");
+    Open(event);
+    EXPECT_EQ(m_dialog->windowTitle(), ZoText(32794));
+    EXPECT_EQ(Tags(event->Node(L"actions")), (Tags_{L"deactivate", L"custom", L"activate", L"while", L"acknowledge"}));
+    EXPECT_EQ(Tags(event->Node(L"actions/deactivate")), Tags_{L"beep"});
 }
 
-TEST_F(EventEditorTest, StopConditionSwitchAndTheSavingCut)
+TEST_F(EventEditorTest, EveryKeyLoadsAndSavesBack)
 {
     XmlNode* event = AddEvent(kFullEvent);
-    OpenInitialized(event);
-    Check("stopConditionCheck")->setChecked(false);
-    EXPECT_FALSE(Edit("stopConditionEdit")->isEnabled());
-    EXPECT_FALSE(Get<QLabel>("stopConditionLabel")->isEnabled());
-    EXPECT_EQ(m_dialog->FirstChange(), ZoEventChange::Flag); // a change by itself
+    Open(event);
+    for (TextKey const& text : kTextKeys)
+        EXPECT_EQ(Edit(text.field)->text().toStdWString(), event->Value(text.key, L"")) << text.field;
+    EXPECT_TRUE(Edit("stopConditionEdit")->isEnabled());
+    EXPECT_EQ(TimeTables()->currentText(), "Office week");
+    for (CheckKey const& check : kCheckKeys)
+        EXPECT_EQ(Check(check.check)->isChecked(), check.loaded) << check.check;
+    EXPECT_FALSE(m_dialog->HasChanged());
+    // Confirming an unchanged event writes nothing.
+    std::string const before = Xml(event);
     ClickOk();
-    EXPECT_EQ(event->Node(L"conditionStop"), nullptr);
-    EXPECT_EQ(event->Value(L"condition", L""), L"T1 > 90");
+    EXPECT_EQ(m_dialog->result(), QDialog::Accepted);
+    EXPECT_EQ(Xml(event), before);
 
-    // Every field goes through a 256-character buffer on saving, though a condition may be
-    // typed up to 512 (kept as it stands).
-    OpenInitialized(event);
-    Check("stopConditionCheck")->setChecked(true);
-    SetText("stopConditionEdit", "T1 < 85");
+    // Change every field and save. Clearing the stop box removes the stop condition; every
+    // text goes through a 256-character buffer, though a condition may be typed up to 512.
+    Open(event);
+    for (TextKey const& text : kTextKeys)
+        SetText(text.field, QString::fromStdWString(L"Ä " + std::wstring(text.key)));
     SetText("conditionEdit", QString(300, QLatin1Char('x')));
     EXPECT_EQ(Edit("conditionEdit")->text().size(), 300);
+    Check("stopConditionCheck")->setChecked(false);
+    EXPECT_FALSE(Get<QLabel>("stopConditionLabel")->isEnabled());
+    for (CheckKey const& check : kCheckKeys)
+        Check(check.check)->toggle();
+    TimeTables()->setCurrentIndex(4); // the calendar
     ClickOk();
-    EXPECT_EQ(event->Value(L"conditionStop", L""), L"T1 < 85");
+    ASSERT_EQ(m_dialog->result(), QDialog::Accepted);
+    EXPECT_EQ(event->Value(L"id", L""), L"{E-1}");
+    for (TextKey const& text : kTextKeys) {
+        if (std::wstring_view(text.key) != L"condition" && std::wstring_view(text.key) != L"conditionStop") {
+            EXPECT_EQ(event->Value(text.key, L""), L"Ä " + std::wstring(text.key));
+        }
+    }
     EXPECT_EQ(event->Value(L"condition", L""), std::wstring(256, L'x'));
+    EXPECT_EQ(event->Node(L"conditionStop"), nullptr);
+    for (CheckKey const& check : kCheckKeys)
+        EXPECT_EQ(event->Value(check.key, L""), check.toggled) << check.check;
+    EXPECT_EQ(event->Value(L"timeTable", L""), L"{C-1}");
+    Open(event);
+    EXPECT_EQ(TimeTables()->currentText(), "Holidays");
+    EXPECT_FALSE(m_dialog->HasChanged());
 }
 
 TEST_F(EventEditorTest, ChangesAreFoundInTheirOrder)
@@ -184,15 +141,16 @@ TEST_F(EventEditorTest, ChangesAreFoundInTheirOrder)
         {text("delayDeactivateEdit"), text("annotationEdit"), ZoEventChange::DelayToDeactivate},
         {text("annotationEdit"), box("rssActivateCheck"), ZoEventChange::Annotation},
         {box("rssAcknowledgeCheck"), [] {}, ZoEventChange::Feed},
+        {[&] { Check("stopConditionCheck")->setChecked(false); }, [] {}, ZoEventChange::Flag},
     };
     for (Case const& c : cases) {
-        OpenInitialized(event);
+        Open(event);
         c.second();
         c.first();
         EXPECT_EQ(m_dialog->FirstChange(), c.expected) << int(c.expected);
     }
     // Typing a value back to what is stored is no change.
-    OpenInitialized(event);
+    Open(event);
     SetText("nameEdit", "x");
     SetText("nameEdit", "Boiler overheat");
     EXPECT_FALSE(m_dialog->HasChanged());
@@ -200,64 +158,54 @@ TEST_F(EventEditorTest, ChangesAreFoundInTheirOrder)
 
 // Deliberate: only the activation annotation is compared, and choosing no time table
 // compares the event's id with itself; either is saved only together with another change.
+// So a time table that no longer exists (nothing is selected) stays until then.
 TEST_F(EventEditorTest, OtherAnnotationsOrNoTimeTableAloneAreNoChange)
 {
     XmlNode* event = AddEvent(kFullEvent);
-    OpenInitialized(event);
+    Open(event);
+    TimeTables()->setCurrentIndex(0);
+    EXPECT_FALSE(m_dialog->HasChanged());
+
+    event->SetValue(L"timeTable", L"{GONE}");
+    std::string const before = Xml(event);
+    Open(event);
+    EXPECT_EQ(TimeTables()->currentIndex(), 0);
     SetText("deaAnnotationEdit", "Cooled down");
     SetText("ackAnnotationEdit", "Operator saw it");
-    TimeTables()->setCurrentIndex(0);
     EXPECT_FALSE(m_dialog->HasChanged());
     ClickOk();
     EXPECT_EQ(m_dialog->result(), QDialog::Accepted);
-    EXPECT_EQ(event->Value(L"deaAnnotation", L""), L"Boiler ok");
-    EXPECT_EQ(event->Value(L"timeTable", L""), L"{W-1}");
+    EXPECT_EQ(Xml(event), before);
 
-    OpenInitialized(event);
+    Open(event);
     SetText("deaAnnotationEdit", "Cooled down");
-    TimeTables()->setCurrentIndex(0);
     SetText("descriptionEdit", "Boiler far too hot");
     ClickOk();
     EXPECT_EQ(event->Value(L"deaAnnotation", L""), L"Cooled down");
     EXPECT_EQ(event->Node(L"timeTable"), nullptr);
 }
 
-TEST_F(EventEditorTest, NonZeroFocusCodeSelectsATabAndNeitherValidatesNorWrites)
+TEST_F(EventEditorTest, TimeTableListGoesDaysWeeksCalendarsAndSelectsTheLastMatch)
 {
-    XmlNode* event = AddEvent(kFullEvent);
-    struct Place { int code, tab, moment; };
-    for (Place place : {Place{1, 0, -1}, Place{2, 1, -1}, Place{3, 2, 0}, Place{6, 2, 3},
-                        Place{7, 3, 0}, Place{10, 3, 3}}) {
-        Open(event);
-        m_dialog->m_focusCode = place.code;
-        m_dialog->EnsureInitialized();
-        EXPECT_EQ(Tabs()->currentIndex(), place.tab) << place.code;
-        char const* moments = place.tab == 2 ? "actionsMomentTabs" : "clientActionsMomentTabs";
-        if (place.moment >= 0) {
-            EXPECT_EQ(Get<QTabWidget>(moments)->currentIndex(), place.moment) << place.code;
-        }
-    }
+    // Containers out of document order and a foreign child; the id {X} is used twice.
+    XmlDocument tables;
+    ASSERT_TRUE(tables.Parse("<t><calendars><calendar><id>{X}</id><name>Cal</name></calendar></calendars>"
+                             "<weeks><week><id>{W}</id><name>Week</name></week></weeks>"
+                             "<days><day><id>{D2}</id><name>Day B</name></day><note/>"
+                             "<day><id>{X}</id><name>Day A</name></day></days></t>"));
+    XmlNode* event = AddEvent("<id>{E-1}</id><name>A</name><timeTable>{X}</timeTable>");
+    Create(event, tables.Root()).EnsureInitialized();
+    QComboBox* combo = TimeTables();
+    QAbstractItemModelTester tester(combo->model(), QAbstractItemModelTester::FailureReportingMode::Fatal);
+    QStringList entries;
+    for (int row = 0; row < combo->count(); ++row)
+        entries << combo->itemText(row) + QString::number(combo->itemData(row, ZoTimeTableChoiceModel::KindRole).toInt());
+    EXPECT_EQ(entries, (QStringList{ZoText(32830) + "0", "Day B1", "Day A1", "Week2", "Cal3"}));
+    EXPECT_EQ(combo->currentText(), "Cal");
 
-    // An empty name would be refused, but nothing is validated or written.
-    std::string const before = Xml(event);
-    ScriptedAnswerer answers;
-    Open(event);
-    m_dialog->m_focusCode = 4;
-    m_dialog->m_skipCheck = true;
-    m_dialog->EnsureInitialized();
-    EXPECT_EQ(Get<QPushButton>("okButton")->text(), ZoText(34893));
-    SetText("nameEdit", "");
-    SetText("descriptionEdit", "changed");
-    ClickOk();
-    EXPECT_EQ(answers.Count(), 0);
-    EXPECT_EQ(m_dialog->result(), QDialog::Accepted);
-    EXPECT_EQ(Xml(event), before);
-
-    // The skip flag without a focus code keeps OK's text.
-    Open(event);
-    m_dialog->m_skipCheck = true;
-    m_dialog->EnsureInitialized();
-    EXPECT_EQ(Get<QPushButton>("okButton")->text(), ZoText(311));
+    // Without a time-tables root only "no time table" is offered.
+    Create(event, nullptr).EnsureInitialized();
+    EXPECT_EQ(TimeTables()->count(), 1);
 }
 
 TEST_F(EventEditorTest, FeedBoxesFollowTheEventSystemAndNotify)
@@ -268,37 +216,14 @@ TEST_F(EventEditorTest, FeedBoxesFollowTheEventSystemAndNotify)
     } restore;
     XmlNode* event = AddEvent(kFullEvent);
     auto visible = [&](char const* name) { return Get<QWidget>(name)->isVisible(); };
-
     for (bool feed : {true, false}) {
         ZoEventSystem::instance()->SetFeedAvailable(feed);
-        OpenInitialized(event);
-        m_dialog->show();
+        Open(event).show();
         Tabs()->setCurrentIndex(ZoEDlgEventCfg::TabAdvanced);
-        EXPECT_EQ(visible("feedGroup"), feed);
         EXPECT_EQ(visible("rssActivateCheck"), feed);
-        EXPECT_EQ(visible("rssDeactivateCheck"), feed);
         EXPECT_EQ(visible("rssAcknowledgeCheck"), feed); // notify is checked
         Check("notifyCheck")->setChecked(false);
         EXPECT_FALSE(visible("rssAcknowledgeCheck"));
         EXPECT_EQ(visible("rssActivateCheck"), feed);
-        Check("notifyCheck")->setChecked(true);
-        EXPECT_EQ(visible("rssAcknowledgeCheck"), feed);
-        EXPECT_TRUE(visible("annotationEdit"));
-        m_dialog->hide();
     }
-}
-
-TEST_F(EventEditorTest, RunsModallyThroughTheModalRunner)
-{
-    XmlNode* event = AddEvent("<id>{E-NEW}</id>");
-    Open(event);
-    ModalScript modal(ModalScript::As<ZoEDlgEventCfg>([this](ZoEDlgEventCfg& editor) {
-        EXPECT_EQ(editor.windowTitle(), ZoText(32793)); // initialised before it runs
-        SetText("nameEdit", "Alarm");
-        SetText("conditionEdit", "1");
-        return ModalScript::ClickOk(editor);
-    }));
-    EXPECT_EQ(m_dialog->DoModal(), QDialog::Accepted);
-    EXPECT_EQ(modal.Classes(), QStringList{"ZoEDlgEventCfg"});
-    EXPECT_EQ(event->Value(L"name", L""), L"Alarm");
 }

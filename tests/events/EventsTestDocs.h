@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 #include <initializer_list>
 #include <string>
-#include <vector>
 
 // Small documents for the events list tests, written as compact XML.
 namespace events_test {
@@ -17,12 +16,18 @@ inline std::string Event(std::string const& name, std::string const& extra = {})
     return "<event><id>ID-" + name + "</id><name>" + name + "</name>" + extra + "</event>";
 }
 
+// The children wrapped in <root>...</root>.
+inline std::string Wrap(char const* root, std::initializer_list<std::string> children)
+{
+    std::string xml = std::string("<") + root + ">";
+    for (auto const& child : children)
+        xml += child;
+    return xml + "</" + root + ">";
+}
+
 inline std::string EventsCfg(std::initializer_list<std::string> events)
 {
-    std::string xml = "<cfg><events>";
-    for (auto const& event : events)
-        xml += event;
-    return xml + "</events><eventsGroups/></cfg>";
+    return "<cfg>" + Wrap("events", events) + "<eventsGroups/></cfg>";
 }
 
 inline void Load(XmlDocument& doc, std::string const& xml)
@@ -34,36 +39,17 @@ inline void Load(XmlDocument& doc, std::string const& xml)
 inline std::string Names(XmlDocument const& doc)
 {
     std::string out;
-    XmlNode const* events = doc.Root() ? doc.Root()->Child(L"events") : nullptr;
-    for (XmlNode const* e = events ? events->FirstChild() : nullptr; e; e = e->NextSibling()) {
-        if (!e->HasTag(L"event"))
-            continue;
-        if (!out.empty())
-            out += ",";
-        out += ZoToUtf8(e->Value(L"name", L""));
-    }
+    XmlNode const* events = doc.Root()->Child(L"events");
+    for (XmlNode const* e = events ? events->FirstChild() : nullptr; e; e = e->NextSibling())
+        out += (out.empty() ? "" : ",") + ZoToUtf8(e->Value(L"name", L""));
     return out;
 }
 
-// The ids of every `device` under a device groups element, at any depth, joined by ",".
-inline std::string DeviceIds(XmlNode const* node)
+// The ids of every `device` below a node, at any depth, in document order, joined by ",".
+inline std::string DeviceIds(XmlNode const* node, std::string out = {})
 {
-    std::string out;
-    std::vector<XmlNode const*> stack{node};
-    while (!stack.empty()) {
-        XmlNode const* current = stack.back();
-        stack.pop_back();
-        if (current->HasTag(L"device")) {
-            if (!out.empty())
-                out += ",";
-            out += ZoToUtf8(current->Value(L"id", L""));
-            continue;
-        }
-        std::vector<XmlNode const*> children;
-        for (XmlNode const* c = current->FirstChild(); c; c = c->NextSibling())
-            children.push_back(c);
-        stack.insert(stack.end(), children.rbegin(), children.rend());
-    }
+    for (XmlNode const* c = node->FirstChild(); c; c = c->NextSibling())
+        out = c->HasTag(L"device") ? out + (out.empty() ? "" : ",") + ZoToUtf8(c->Value(L"id", L"")) : DeviceIds(c, out);
     return out;
 }
 
