@@ -1,4 +1,5 @@
 #include "events/EventNames.h"
+#include <algorithm>
 #include "platform/tools/ZoUtf.h"
 #include <QChar>
 #include <utility>
@@ -102,7 +103,15 @@ struct EventNameSet::Equal {
 struct EventNameSet::Names {
     std::string buffer;
     std::unordered_set<Span, Hash, Equal> spans{0, Hash{&buffer}, Equal{&buffer}};
+    std::vector<std::string_view> sorted; // names held elsewhere, in byte order
 };
+
+EventNameSet EventNameSet::FromSortedFolded(std::vector<std::string_view> sorted)
+{
+    EventNameSet set;
+    set.m_names->sorted = std::move(sorted);
+    return set;
+}
 
 EventNameSet::EventNameSet()
     : m_names(std::make_unique<Names>())
@@ -155,10 +164,20 @@ bool EventNameSet::Contains(std::wstring_view name) const
 
 bool EventNameSet::ContainsFolded(std::string_view folded) const
 {
-    return m_names && m_names->spans.find(folded) != m_names->spans.end();
+    if (!m_names)
+        return false;
+    if (std::binary_search(m_names->sorted.begin(), m_names->sorted.end(), folded))
+        return true;
+    return m_names->spans.find(folded) != m_names->spans.end();
 }
 
 std::size_t EventNameSet::Size() const
 {
-    return m_names ? m_names->spans.size() : 0;
+    if (!m_names)
+        return 0;
+    std::size_t distinct = 0;
+    for (std::size_t i = 0; i < m_names->sorted.size(); ++i)
+        if (i == 0 || m_names->sorted[i] != m_names->sorted[i - 1])
+            ++distinct;
+    return distinct + m_names->spans.size();
 }

@@ -29,6 +29,11 @@ public:
     EventNameSet& operator=(EventNameSet&&) noexcept;
     ~EventNameSet();
 
+    // A set over names already folded and sorted ascending (byte order), kept where they are:
+    // nothing is copied or hashed, a lookup is a binary search. The views must outlive
+    // the set (the events list hands out its rows' names until its next fill).
+    static EventNameSet FromSortedFolded(std::vector<std::string_view> sorted);
+
     // Room for `count` names of `bytes` folded bytes in all.
     void Reserve(std::size_t count, std::size_t bytes);
     void Insert(std::wstring_view name);

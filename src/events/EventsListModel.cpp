@@ -144,7 +144,12 @@ void EventsListModel::FillRows()
                 hasRecord = true;
             } else if (tag == timeTableTag && !timeTable) {
                 timeTable = key;
+            } else {
+                continue;
             }
+            // The first of each key counts: once all five are found the rest cannot matter.
+            if (hasName && hasDisabled && hasNotify && hasRecord && timeTable)
+                break;
         }
         if (timeTable) {
             auto const found = timeTableIds.find(timeTable->TextUtf8());
@@ -273,11 +278,12 @@ int EventsListModel::FindName(std::wstring_view name) const
 
 EventNameSet EventsListModel::NameSet() const
 {
-    EventNameSet names;
-    names.Reserve(m_rows.size(), m_foldedNames.size());
-    for (Row const& row : m_rows)
-        names.InsertFolded(NameKey(row));
-    return names;
+    // The rows are already sorted by folded name: the set searches them where they are.
+    std::vector<std::string_view> sorted;
+    sorted.reserve(m_byName.size());
+    for (std::uint32_t const index : m_byName)
+        sorted.push_back(NameKey(m_rows[index]));
+    return EventNameSet::FromSortedFolded(std::move(sorted));
 }
 
 int EventsListModel::rowCount(QModelIndex const& parent) const
