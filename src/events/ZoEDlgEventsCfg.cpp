@@ -144,7 +144,7 @@ void ZoEDlgEventsCfg::OnInitDialog()
     m_cancelButton->setIcon(ZoImageIcon(L"CANCEL-16.png"));
 
     UpdateList();
-    resize(sizeHint().expandedTo(QSize(640, 400)));
+    resize(sizeHint().expandedTo(QSize(780, 520)));
     setMinimumSize(size());
     AdjustColumnsSize();
 }
