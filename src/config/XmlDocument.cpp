@@ -27,7 +27,7 @@ XmlDocument::XmlDocument(XmlNode const& from)
     m_storage = std::make_unique<Storage>(this);
     m_root = m_storage->NewNode(m_storage->Intern(static_cast<TagRecord const*>(from.TagKey())->utf8));
     m_storage->SetText(m_root, from.TextUtf8());
-    m_storage->CopyChildren(m_root, &from);
+    m_storage->AssignChildren(m_root, &from);
 }
 
 XmlDocument::~XmlDocument() = default;
@@ -450,7 +450,7 @@ XmlNode& XmlNode::operator=(XmlNode const& other)
     // this subtree (or this inside other's) without being changed while it is read.
     XmlNode* holder = storage->NewNode(m_tag);
     storage->CopyTagAndText(holder, &other, tags);
-    storage->CopyChildren(holder, &other);
+    storage->AssignChildren(holder, &other);
     storage->FreeDescendants(this);
     m_tag = holder->m_tag;
     storage->SetText(this, holder->TextUtf8());

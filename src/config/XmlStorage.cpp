@@ -426,23 +426,6 @@ void Storage::CopyTagAndText(XmlNode* target, XmlNode const* source, TagTranslat
     SetText(target, source->TextUtf8());
 }
 
-void Storage::CopyChildren(XmlNode* target, XmlNode const* source)
-{
-    TagTranslator tagMap(*Of(source), *this);
-    std::vector<std::pair<XmlNode const*, XmlNode*>> pending{{source, target}};
-    while (!pending.empty()) {
-        auto [from, to] = pending.back();
-        pending.pop_back();
-        for (XmlNode const* child = from->m_first; child; child = child->m_next) {
-            XmlNode* copy = NewNode(nullptr);
-            CopyTagAndText(copy, child, tagMap);
-            LinkAfter(to, copy, nullptr);
-            if (child->m_first)
-                pending.emplace_back(child, copy);
-        }
-    }
-}
-
 void Storage::AssignChildren(XmlNode* target, XmlNode const* source)
 {
     // Walks both trees side by side and rewrites the target's nodes where they stand: a

@@ -75,12 +75,10 @@ public:
                           XmlDocument::XmlNode* after);
     static void Unlink(XmlDocument::XmlNode* child);
     static XmlDocument::XmlNode* LastChild(XmlDocument::XmlNode const* parent);
-    // Deep copy of source's children (from any document) appended below target (this one's).
-    void CopyChildren(XmlDocument::XmlNode* target, XmlDocument::XmlNode const* source);
     // Copies the tag and the text of source onto target.
     void CopyTagAndText(XmlDocument::XmlNode* target, XmlDocument::XmlNode const* source, TagTranslator& tags);
-    // Makes target's children a deep copy of source's, reusing target's nodes in place;
-    // source must not lie inside target's subtree.
+    // Makes target's children a deep copy of source's (from any document), reusing target's
+    // nodes in place; source must not lie inside target's subtree.
     void AssignChildren(XmlDocument::XmlNode* target, XmlDocument::XmlNode const* source);
     // Moves all children of `from` to the end of `to` (both of this storage).
     static void MoveChildren(XmlDocument::XmlNode* to, XmlDocument::XmlNode* from);
