@@ -528,11 +528,23 @@ std::string const& TagText(XmlNode const* node) { return static_cast<TagRecord c
 
 } // namespace
 
-void XmlNode::AppendXmlCode(ZoBasicString<char>& out) const
+void XmlNode::AppendXmlCode(ZoBasicString<char>& out, int indent) const
 {
     // Iterative walk: on the way down write the opening tag and the text, on the way up the
     // closing tag; a node without text and children is written as an empty element.
+    // Indented, every element without text of its own puts its children on lines of their
+    // own; a parser drops those line breaks again, as blanks between elements. An element
+    // with text keeps its whole subtree on one line, since a break after its text would
+    // become part of the text.
     XmlNode const* node = this;
+    int depth = 0;
+    XmlNode const* oneLine = indent > 0 ? nullptr : this;
+    auto breakLine = [&] {
+        if (!oneLine) {
+            out.push_back('\n');
+            out.append(static_cast<std::size_t>(depth * indent), ' ');
+        }
+    };
     while (true) {
         out.push_back('<');
         out.append(TagText(node));
@@ -542,7 +554,11 @@ void XmlNode::AppendXmlCode(ZoBasicString<char>& out) const
             out.push_back('>');
             AppendOwnText(out, node);
             if (node->m_first) {
+                if (!oneLine && node->m_textLength != 0)
+                    oneLine = node;
                 node = node->m_first;
+                ++depth;
+                breakLine();
                 continue;
             }
             out.append("</");
@@ -552,13 +568,18 @@ void XmlNode::AppendXmlCode(ZoBasicString<char>& out) const
         // Climb until a next sibling exists, closing each parent on the way.
         while (node != this && !node->m_next) {
             node = node->m_parent;
+            --depth;
+            breakLine();
             out.append("</");
             out.append(TagText(node));
             out.push_back('>');
+            if (oneLine == node)
+                oneLine = nullptr;
         }
         if (node == this)
             return;
         node = node->m_next;
+        breakLine();
     }
 }
 

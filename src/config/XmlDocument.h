@@ -131,8 +131,9 @@ public:
 
     // The XML text of this element and its subtree, UTF-8, into out (replacing it).
     void CreateXmlCode(ZoBasicString<char>& out) const;
-    // Appends it to out instead.
-    void AppendXmlCode(ZoBasicString<char>& out) const;
+    // Appends it to out instead; with indent > 0, elements are put on lines of their own,
+    // indented by that many blanks a level, in a form that Parse reads back as the same tree.
+    void AppendXmlCode(ZoBasicString<char>& out, int indent = 0) const;
 
     // Fast accessors beyond the dialogs' interface.
     XmlNode* Parent() const { return m_parent; }

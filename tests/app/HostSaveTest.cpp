@@ -110,8 +110,8 @@ TEST_F(HostSave, SaverAndFileText)
     EXPECT_EQ(ReadBytes(first), "<old/>");
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{"First.zocfg"});
 
-    // Files are indented only where that reads back the same tree; texts of blanks or text
-    // beside children keep the compact form.
+    // Files are indented, and read back as the same tree, also with texts of blanks and
+    // text beside children.
     XmlDocument plain, tricky;
     ASSERT_TRUE(plain.Parse("<a><b>x &lt; y</b><c/><d><e>1</e></d></a>"));
     EXPECT_NE(XmlFileText(plain).find("\n  <b>x &lt; y</b>\n"), std::string::npos) << XmlFileText(plain);

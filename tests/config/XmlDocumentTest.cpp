@@ -194,6 +194,14 @@ TEST(XmlText, WriteAndParseRoundTripEveryTree)
     EXPECT_EQ(back.Root()->Node(L"mixed")->Value(), L" \r\n\t");
     EXPECT_EQ(back.Root()->Node(L"textAndChildren")->Value(), L" lead");
 
+    // The indented form reads back as the same tree.
+    std::string indented;
+    root->AppendXmlCode(indented, 2);
+    EXPECT_NE(indented.find("\n  <unicode>"), std::string::npos);
+    XmlDocument fromIndented;
+    Load(fromIndented, indented.c_str());
+    EXPECT_EQ(Xml(fromIndented.Root()), written);
+
     // Several elements' texts joined inside one enclosing element parse as its children.
     std::string clip = "<eventsClipboard>";
     root->Node(L"mixed")->AppendXmlCode(clip);
