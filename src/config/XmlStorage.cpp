@@ -111,12 +111,8 @@ void* Storage::AllocBlock(std::size_t size)
             munmap(raw, aligned - start);
         if (aligned + size < start + span)
             munmap(reinterpret_cast<void*>(aligned + size), start + span - aligned - size);
-        void* block = reinterpret_cast<void*>(aligned);
-#ifdef MADV_HUGEPAGE
-        madvise(block, size, MADV_HUGEPAGE);
-#endif
         m_blockBytes += size;
-        return block;
+        return reinterpret_cast<void*>(aligned);
     }
     void* block = std::aligned_alloc(kBlockSize, size);
     if (!block)

@@ -89,8 +89,9 @@ private:
     char* AllocText(std::size_t length);
     void FreeText(char* text, std::size_t length);
     void NewNodeChunk();
-    // A block of `size` bytes aligned to kBlockSize; large blocks ask for huge pages, since
-    // faulting in 4 KiB pages dominates the loading of a large document otherwise.
+    // A block of `size` bytes aligned to kBlockSize. Large blocks are mapped directly and,
+    // when their document closes, kept for the next one: faulting fresh pages in (and the
+    // kernel zeroing them) would otherwise dominate loading and copying a large document.
     void* AllocBlock(std::size_t size);
     struct Block {
         void* memory;
