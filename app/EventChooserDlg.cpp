@@ -3,6 +3,7 @@
 #include "EventChoiceModel.h"
 #include "platform/tools/ZoTexts.h"
 #include "platform/ui/ZoIcons.h"
+#include "platform/ui/ZoListView.h"
 
 #include <QDialogButtonBox>
 #include <QHeaderView>
@@ -37,15 +38,8 @@ void EventChooserDlg::OnInitDialog()
     m_filter->setClearButtonEnabled(true);
     prompt->setBuddy(m_filter);
 
-    m_list = new QTreeView(this);
-    m_list->setObjectName(QStringLiteral("eventsList"));
-    m_list->setModel(m_proxy);
-    m_list->setRootIsDecorated(false);
-    m_list->setUniformRowHeights(true);
+    m_list = ZoNewListView(this, "eventsList", m_proxy, QAbstractItemView::SingleSelection);
     m_list->setAlternatingRowColors(true);
-    m_list->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_list->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_list->setSortingEnabled(true);
     m_list->sortByColumn(0, Qt::AscendingOrder);
     m_list->header()->setStretchLastSection(true);

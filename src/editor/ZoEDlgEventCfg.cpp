@@ -5,6 +5,7 @@
 #include "platform/tools/ZoIds.h"
 #include "platform/tools/ZoTexts.h"
 #include "platform/ui/ZoIcons.h"
+#include "platform/ui/ZoListView.h"
 #include "platform/ui/ZoMessage.h"
 
 #include <QCheckBox>
@@ -63,11 +64,7 @@ QTreeView* NewAreaList(QWidget* parent, char const* objectName, QString const& v
 {
     auto* model = new QStandardItemModel(0, 2, parent);
     model->setHorizontalHeaderLabels({QString(), valueHeader});
-    auto* list = new QTreeView(parent);
-    list->setObjectName(QLatin1String(objectName));
-    list->setModel(model);
-    list->setRootIsDecorated(false);
-    list->setSelectionBehavior(QAbstractItemView::SelectRows);
+    QTreeView* list = ZoNewListView(parent, objectName, model);
     list->header()->setStretchLastSection(true);
     list->header()->resizeSection(0, 40);
     list->setMinimumHeight(80);

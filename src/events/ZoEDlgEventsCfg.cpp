@@ -8,6 +8,7 @@
 #include "platform/tools/ZoTexts.h"
 #include "platform/ui/ZoClipboard.h"
 #include "platform/ui/ZoIcons.h"
+#include "platform/ui/ZoListView.h"
 #include "platform/ui/ZoMessage.h"
 #include <QApplication>
 #include <QBoxLayout>
@@ -56,16 +57,7 @@ ZoEDlgEventsCfg::ZoEDlgEventsCfg(QWidget* parent, XmlNode* deviceGroups, XmlDocu
     m_model = new EventsListModel(eventsCfg, timeTables, this);
 
     m_label = new QLabel(this);
-    m_list = new QTreeView(this);
-    m_list->setObjectName(QStringLiteral("eventsList"));
-    m_list->setModel(m_model);
-    m_list->setRootIsDecorated(false);
-    m_list->setUniformRowHeights(true);
-    m_list->setItemsExpandable(false);
-    m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    m_list->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_list->setAllColumnsShowFocus(true);
-    m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_list = ZoNewListView(this, "eventsList", m_model);
     m_list->setIconSize(QSize(16, 16));
     m_list->setContextMenuPolicy(Qt::CustomContextMenu);
     // Sorting stays off on the view: a heading click sorts once, here, by the list's rules.
