@@ -311,10 +311,11 @@ void MainWindow::OnEditEvent()
     }
     if (result != QDialog::Accepted)
         return;
+    // The editor changes only its own event: comparing that one tells whether to save.
     std::string before;
     std::string after;
-    events->CreateXmlCode(before);
-    copy.Root()->CreateXmlCode(after);
+    NthEvent(events, chooser.ChosenIndex())->CreateXmlCode(before);
+    event->CreateXmlCode(after);
     if (before == after)
         return;
     *events = *copy.Root();

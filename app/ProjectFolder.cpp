@@ -4,6 +4,7 @@
 #include "XmlFileText.h"
 #include "platform/tools/ZoFormat.h"
 #include "platform/tools/ZoTexts.h"
+#include "platform/tools/ZoUtf.h"
 
 #include <QDir>
 #include <QFile>
@@ -105,19 +106,16 @@ bool ProjectFolder::Load(ProjectDoc doc, std::wstring& error)
         return true;
     }
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        error = ZoFormatN(1024, ZoLoadString(60041).c_str(), shownPath.c_str(),
-                          Wide(file.errorString()).c_str());
-        return false;
-    }
-    QByteArray const text = file.readAll();
-    if (file.error() != QFileDevice::NoError) {
+    QByteArray text;
+    if (file.open(QIODevice::ReadOnly))
+        text = file.readAll();
+    if (!file.isOpen() || file.error() != QFileDevice::NoError) {
         error = ZoFormatN(1024, ZoLoadString(60041).c_str(), shownPath.c_str(),
                           Wide(file.errorString()).c_str());
         return false;
     }
     if (!document.Parse(text.constData(), static_cast<std::size_t>(text.size()))) {
-        std::wstring const reason = QString::fromStdString(document.ErrorText()).toStdWString();
+        std::wstring const reason = ZoFromUtf8(document.ErrorText());
         error = ZoFormatN(1024, ZoLoadString(60042).c_str(), shownPath.c_str(), reason.c_str(),
                           static_cast<int>(document.ErrorOffset()));
         return false;
