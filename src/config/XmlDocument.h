@@ -9,6 +9,9 @@
 namespace zo::xml {
 class Storage;
 struct TagRecord;
+struct Links;
+class Tree;
+class Edit;
 }
 
 // The in-memory XML tree of every document the module edits.
@@ -21,6 +24,8 @@ struct TagRecord;
 // Memory: the document owns all of its nodes and texts (pooled, texts kept as UTF-8), and
 // interns its tags, so that large documents load, copy and close quickly. Nothing here
 // recurses once per level: copy, destruction, search and writing all walk iteratively.
+// A copy of an element costs only what is read or changed of it, and assigning it back
+// over the element it came from rewrites only what changed (see XmlDesign.md).
 class XmlDocument {
 public:
     class XmlNode;
@@ -51,6 +56,15 @@ public:
     // Bytes held by the document's pools (nodes, texts, tags), for memory reports.
     std::size_t MemoryUsed() const;
 
+    // The journal: from BeginJournal on, every change of the tree is recorded, so that
+    // UndoJournal() can put the tree back exactly as it was (the same elements, so pointers
+    // taken before BeginJournal are valid again). Elements removed meanwhile are kept
+    // until the journal ends. EndJournal() keeps the changes. Create and Parse end it.
+    void BeginJournal();
+    bool JournalHasChanges() const;
+    void UndoJournal();
+    void EndJournal();
+
     // Tags are interned per document: two elements of this document have equal tags exactly
     // when their TagKey()s are equal. TagKey(tag) is null when no element of this document
     // has ever had that tag. Lets a loop over many elements compare tags as pointers.
@@ -58,7 +72,11 @@ public:
 
 private:
     friend class XmlNode;
+    friend class zo::xml::Tree;
+    friend class zo::xml::Edit;
+    void Reset();
     std::unique_ptr<zo::xml::Storage> m_storage;
+    std::unique_ptr<zo::xml::Links> m_links; // copies borrowing from here or lent to, journal
     XmlNode* m_root = nullptr;
     std::string m_error;
     std::size_t m_errorOffset = 0;
@@ -115,11 +133,11 @@ public:
     bool EraseTag(wchar_t const* key);
 
     ZoBasicString<wchar_t> const& Tag() const;
-    int Size() const { return static_cast<int>(m_childCount); }
+    int Size() const { return static_cast<int>(m_childCount & ~kLazyBit); }
 
-    iterator ChildsBegin() { return iterator(m_first); }
+    iterator ChildsBegin() { return iterator(FirstChild()); }
     iterator ChildsEnd() { return iterator(); }
-    const_iterator ChildsBegin() const { return const_iterator(m_first); }
+    const_iterator ChildsBegin() const { return const_iterator(FirstChild()); }
     const_iterator ChildsEnd() const { return const_iterator(); }
 
     // Removes text and children, keeping the tag.
@@ -137,7 +155,7 @@ public:
 
     // Fast accessors beyond the dialogs' interface.
     XmlNode* Parent() const { return m_parent; }
-    XmlNode* FirstChild() const { return m_first; }
+    XmlNode* FirstChild() const { return (m_childCount & kLazyBit) ? Materialized() : m_first; }
     XmlNode* NextSibling() const { return m_next; }
     // First direct child with this tag, or null (no path parsing).
     XmlNode* Child(std::wstring_view tag) const;
@@ -153,13 +171,18 @@ public:
 
 private:
     friend class XmlDocument;
-    friend class zo::xml::Storage;
+    friend class zo::xml::Tree;
+    friend class zo::xml::Edit;
     XmlNode() = default;
     ~XmlNode() = default;
+    // Set in m_childCount while the children are still those of the element this one was
+    // copied from (m_first then points at that element): see XmlDesign.md.
+    static constexpr std::uint32_t kLazyBit = 0x80000000u;
+    XmlNode* Materialized() const;
 
     zo::xml::TagRecord const* m_tag = nullptr;
     XmlNode* m_parent = nullptr;
-    XmlNode* m_first = nullptr;
+    XmlNode* m_first = nullptr;  // first child, or the element copied from while lazy
     XmlNode* m_next = nullptr;
     XmlNode* m_prevCyclic = nullptr; // previous sibling; the first child's points at the last
     char const* m_text = nullptr;    // UTF-8, not terminated

@@ -2,28 +2,24 @@
 
 #include "platform/tools/ZoUtf.h"
 
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
-#include <new>
-
 #include <mutex>
+#include <new>
 
 #include <sys/mman.h>
 
 namespace zo::xml {
 
-using XmlNode = XmlDocument::XmlNode;
-
 namespace {
 
-// The first slot of every node chunk holds the storage that owns it.
+// The first slot of every kBlockSize block of a slot chunk holds the storage that owns it.
 struct ChunkHeader {
     Storage* storage;
 };
-static_assert(sizeof(XmlNode) == 64, "a node is meant to fill one cache line");
-constexpr std::size_t kHeaderSlot = 64;
 
-// Large blocks freed by a closed document are kept for the next one (up to a bound), as a
+// Large blocks freed by a closed storage are kept for the next one (up to a bound), as a
 // heap does: a fresh block costs a page fault and the zeroing of its pages.
 class BlockPool {
 public:
@@ -56,19 +52,13 @@ private:
     std::vector<void*> m_blocks;
 };
 
-std::wstring const& EmptyWide()
-{
-    static std::wstring const empty;
-    return empty;
-}
-
 } // namespace
 
-Storage::Storage(XmlDocument* owner) : m_owner(owner) {}
+Storage::Storage(void* owner) : m_owner(owner) {}
 
 Storage::~Storage()
 {
-    for (Block const& block : m_nodeChunks)
+    for (Block const& block : m_slotChunks)
         FreeBlock(block);
     for (Block const& block : m_textBlocks)
         FreeBlock(block);
@@ -80,15 +70,15 @@ Storage::~Storage()
         delete tag;
 }
 
-Storage* Storage::Of(XmlNode const* node)
+Storage* Storage::Of(void const* slot)
 {
-    auto const address = reinterpret_cast<std::uintptr_t>(node) & ~(std::uintptr_t(kBlockSize) - 1);
+    auto const address = reinterpret_cast<std::uintptr_t>(slot) & ~(std::uintptr_t(kBlockSize) - 1);
     return reinterpret_cast<ChunkHeader const*>(address)->storage;
 }
 
 std::size_t Storage::NextChunkSize(std::size_t chunks) const
 {
-    // Small documents stay small; large ones grow to chunks that huge pages can back.
+    // Small documents stay small; large ones grow to chunks of the largest size.
     std::size_t const size = kBlockSize << (chunks < 5 ? chunks : 5);
     return size < kMaxChunkSize ? size : kMaxChunkSize;
 }
@@ -131,72 +121,48 @@ void Storage::FreeBlock(Block const& block)
         std::free(block.memory);
 }
 
-void Storage::NewNodeChunk()
+void Storage::NewSlotChunk()
 {
-    std::size_t const size = NextChunkSize(m_nodeChunks.size());
+    std::size_t const size = NextChunkSize(m_slotChunks.size());
     void* chunk = AllocBlock(size);
-    m_nodeChunks.push_back({chunk, size, size >= kMaxChunkSize});
-    m_nodeCursor = static_cast<std::byte*>(chunk);
-    m_nodeEnd = m_nodeCursor + size;
+    m_slotChunks.push_back({chunk, size, size >= kMaxChunkSize});
+    m_slotCursor = static_cast<std::byte*>(chunk);
+    m_slotEnd = m_slotCursor + size;
 }
 
-XmlNode* Storage::NewNode(TagRecord const* tag)
+void* Storage::NewSlot()
 {
-    void* slot;
-    if (m_freeNodes) {
-        slot = m_freeNodes;
-        m_freeNodes = m_freeNodes->m_next;
-    } else {
-        if (m_nodeCursor == m_nodeEnd)
-            NewNodeChunk();
-        if ((reinterpret_cast<std::uintptr_t>(m_nodeCursor) & (kBlockSize - 1)) == 0) {
-            new (m_nodeCursor) ChunkHeader{this};
-            m_nodeCursor += kHeaderSlot;
-        }
-        slot = m_nodeCursor;
-        m_nodeCursor += sizeof(XmlNode);
+    if (m_freeSlots) {
+        void* slot = m_freeSlots;
+        std::memcpy(&m_freeSlots, slot, sizeof(void*));
+        return slot;
     }
-    XmlNode* node = new (slot) XmlNode();
-    node->m_tag = tag;
-    return node;
-}
-
-void Storage::FreeNode(XmlNode* node)
-{
-    ClearText(node);
-    node->~XmlNode();
-    node->m_next = m_freeNodes;
-    m_freeNodes = node;
-}
-
-void Storage::FreeDescendants(XmlNode* node)
-{
-    // Post-order walk through the links themselves: no stack, whatever the depth.
-    XmlNode* current = node->m_first;
-    while (current) {
-        if (current->m_first) {
-            current = current->m_first;
-            continue;
-        }
-        XmlNode* next = current->m_next;
-        XmlNode* parent = current->m_parent;
-        FreeNode(current);
-        current = next;
-        while (!current && parent != node) {
-            next = parent->m_next;
-            XmlNode* grandParent = parent->m_parent;
-            FreeNode(parent);
-            current = next;
-            parent = grandParent;
-        }
+    if (m_slotCursor == m_slotEnd)
+        NewSlotChunk();
+    if ((reinterpret_cast<std::uintptr_t>(m_slotCursor) & (kBlockSize - 1)) == 0) {
+        new (m_slotCursor) ChunkHeader{this};
+        m_slotCursor += kSlotSize;
     }
-    node->m_first = nullptr;
-    node->m_childCount = 0;
+    void* slot = m_slotCursor;
+    m_slotCursor += kSlotSize;
+    return slot;
+}
+
+void Storage::FreeSlot(void* slot)
+{
+    std::memcpy(slot, &m_freeSlots, sizeof(void*));
+    m_freeSlots = slot;
 }
 
 std::size_t Storage::RoundedTextSize(std::size_t length)
 {
     return (length + kTextClassStep - 1) / kTextClassStep * kTextClassStep;
+}
+
+bool Storage::FitsInPlace(std::size_t oldLength, std::size_t newLength)
+{
+    return oldLength != 0 && newLength != 0 && RoundedTextSize(oldLength) == RoundedTextSize(newLength)
+        && RoundedTextSize(newLength) <= kTextClasses * kTextClassStep;
 }
 
 char* Storage::AllocText(std::size_t length)
@@ -241,55 +207,17 @@ void Storage::FreeText(char* text, std::size_t length)
     m_freeTexts[cls] = text;
 }
 
-void Storage::SetText(XmlNode* node, std::string_view utf8)
+std::wstring* Storage::NewWide(std::wstring&& text)
 {
-    if (node->m_text && !utf8.empty() && RoundedTextSize(node->m_textLength) == RoundedTextSize(utf8.size()) &&
-        RoundedTextSize(utf8.size()) <= kTextClasses * kTextClassStep) {
-        // Same pooled size: rewrite in place.
-        if (node->TextUtf8() == utf8)
-            return;
-        DropWideText(node);
-        std::memcpy(const_cast<char*>(node->m_text), utf8.data(), utf8.size());
-        node->m_textLength = static_cast<std::uint32_t>(utf8.size());
-        return;
-    }
-    ClearText(node);
-    if (utf8.empty())
-        return;
-    char* text = AllocText(utf8.size());
-    std::memcpy(text, utf8.data(), utf8.size());
-    node->m_text = text;
-    node->m_textLength = static_cast<std::uint32_t>(utf8.size());
+    auto* wide = new std::wstring(std::move(text));
+    m_wideTexts.insert(wide);
+    return wide;
 }
 
-void Storage::ClearText(XmlNode* node)
+void Storage::FreeWide(std::wstring* text)
 {
-    if (node->m_text)
-        FreeText(const_cast<char*>(node->m_text), node->m_textLength);
-    node->m_text = nullptr;
-    node->m_textLength = 0;
-    DropWideText(node);
-}
-
-void Storage::DropWideText(XmlNode const* node)
-{
-    if (node->m_wideText) {
-        m_wideTexts.erase(node->m_wideText);
-        delete node->m_wideText;
-        node->m_wideText = nullptr;
-    }
-}
-
-std::wstring const& Storage::WideText(XmlNode const* node)
-{
-    if (node->m_textLength == 0)
-        return EmptyWide();
-    if (!node->m_wideText) {
-        auto* wide = new std::wstring(ZoFromUtf8(node->TextUtf8()));
-        m_wideTexts.insert(wide);
-        node->m_wideText = wide;
-    }
-    return *node->m_wideText;
+    m_wideTexts.erase(text);
+    delete text;
 }
 
 TagRecord const* Storage::Intern(std::string_view utf8)
@@ -333,79 +261,6 @@ std::size_t Storage::MemoryUsed() const
     return bytes;
 }
 
-} // namespace zo::xml
-
-namespace zo::xml {
-
-void Storage::LinkAfter(XmlNode* parent, XmlNode* child, XmlNode* after)
-{
-    child->m_parent = parent;
-    ++parent->m_childCount;
-    XmlNode* first = parent->m_first;
-    if (!first) {
-        parent->m_first = child;
-        child->m_prevCyclic = child;
-        child->m_next = nullptr;
-        return;
-    }
-    if (!after || after->m_parent != parent)
-        after = first->m_prevCyclic; // append
-    child->m_next = after->m_next;
-    child->m_prevCyclic = after;
-    after->m_next = child;
-    if (child->m_next)
-        child->m_next->m_prevCyclic = child;
-    else
-        first->m_prevCyclic = child;
-}
-
-void Storage::Unlink(XmlNode* child)
-{
-    XmlNode* parent = child->m_parent;
-    XmlNode* first = parent->m_first;
-    if (child == first) {
-        parent->m_first = child->m_next;
-        if (child->m_next)
-            child->m_next->m_prevCyclic = child->m_prevCyclic;
-    } else {
-        child->m_prevCyclic->m_next = child->m_next;
-        if (child->m_next)
-            child->m_next->m_prevCyclic = child->m_prevCyclic;
-        else
-            first->m_prevCyclic = child->m_prevCyclic;
-    }
-    --parent->m_childCount;
-    child->m_parent = nullptr;
-    child->m_next = nullptr;
-    child->m_prevCyclic = nullptr;
-}
-
-XmlNode* Storage::LastChild(XmlNode const* parent)
-{
-    return parent->m_first ? parent->m_first->m_prevCyclic : nullptr;
-}
-
-void Storage::MoveChildren(XmlNode* to, XmlNode* from)
-{
-    XmlNode* moved = from->m_first;
-    if (!moved)
-        return;
-    for (XmlNode* child = moved; child; child = child->m_next)
-        child->m_parent = to;
-    if (!to->m_first) {
-        to->m_first = moved;
-    } else {
-        XmlNode* last = to->m_first->m_prevCyclic;
-        XmlNode* movedLast = moved->m_prevCyclic;
-        last->m_next = moved;
-        moved->m_prevCyclic = last;
-        to->m_first->m_prevCyclic = movedLast;
-    }
-    to->m_childCount += from->m_childCount;
-    from->m_first = nullptr;
-    from->m_childCount = 0;
-}
-
 TagRecord const* TagTranslator::Translate(TagRecord const* source)
 {
     if (m_same)
@@ -414,47 +269,6 @@ TagRecord const* TagTranslator::Translate(TagRecord const* source)
     if (entry.source != source)
         entry = Entry{source, m_target.Intern(source->utf8)};
     return entry.target;
-}
-
-void Storage::CopyTagAndText(XmlNode* target, XmlNode const* source, TagTranslator& tags)
-{
-    target->m_tag = tags.Translate(source->m_tag);
-    SetText(target, source->TextUtf8());
-}
-
-void Storage::AssignChildren(XmlNode* target, XmlNode const* source)
-{
-    // Walks both trees side by side and rewrites the target's nodes where they stand: a
-    // working copy assigned back over the element it came from allocates and frees almost
-    // nothing, and the element keeps its memory layout however often it is edited.
-    TagTranslator tags(*Of(source), *this);
-    std::vector<std::pair<XmlNode const*, XmlNode*>> pending{{source, target}};
-    while (!pending.empty()) {
-        auto [from, to] = pending.back();
-        pending.pop_back();
-        XmlNode* reuse = to->m_first;
-        for (XmlNode const* child = from->m_first; child; child = child->m_next) {
-            XmlNode* copy = reuse;
-            if (copy) {
-                reuse = reuse->m_next;
-                copy->m_tag = tags.Translate(child->m_tag);
-                SetText(copy, child->TextUtf8());
-            } else {
-                copy = NewNode(nullptr);
-                CopyTagAndText(copy, child, tags);
-                LinkAfter(to, copy, nullptr);
-            }
-            if (child->m_first || copy->m_first)
-                pending.emplace_back(child, copy);
-        }
-        while (reuse) {
-            XmlNode* next = reuse->m_next;
-            Unlink(reuse);
-            FreeDescendants(reuse);
-            FreeNode(reuse);
-            reuse = next;
-        }
-    }
 }
 
 } // namespace zo::xml

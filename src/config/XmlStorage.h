@@ -1,16 +1,16 @@
 #pragma once
-#include "XmlDocument.h"
-
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
-// The memory behind one XmlDocument: nodes come from aligned chunks (so that a node finds
-// its document without storing a pointer), texts from size-class pools, tags from an
-// intern table. Freed nodes and texts are reused; closing the document releases the chunks
-// at once without walking the tree.
+// The memory behind one document, a layer below the tree: it knows slots, texts and tags,
+// never nodes. Slots of 64 bytes come from aligned chunks whose first slot names the
+// storage, so that anything placed in a slot finds its storage without a pointer of its
+// own; texts come from size-class pools; tags from an intern table. Freed slots and texts
+// are reused; closing the storage releases the chunks at once, without walking anything.
 namespace zo::xml {
 
 struct TagRecord {
@@ -23,12 +23,87 @@ struct StringViewHash {
     std::size_t operator()(std::string_view s) const noexcept { return std::hash<std::string_view>{}(s); }
 };
 
-class Storage;
+class Storage {
+public:
+    static constexpr std::size_t kSlotSize = 64;
 
-// Maps tags of one document to the same tags interned in another (identity within one).
+    // owner: whatever the storage belongs to, handed back by Owner() and never used here.
+    explicit Storage(void* owner);
+    ~Storage();
+    Storage(Storage const&) = delete;
+    Storage& operator=(Storage const&) = delete;
+
+    void* Owner() const { return m_owner; }
+    // The storage of a slot handed out by NewSlot (or of any address inside one).
+    static Storage* Of(void const* slot);
+
+    // A slot of kSlotSize bytes, uninitialised. Throws std::bad_alloc when memory runs out.
+    void* NewSlot();
+    void FreeSlot(void* slot);
+
+    // Text bytes of that length (not terminated); FreeText takes the same length back.
+    char* AllocText(std::size_t length);
+    void FreeText(char* text, std::size_t length);
+    // Whether a text of newLength may be written over one of oldLength where it stands.
+    static bool FitsInPlace(std::size_t oldLength, std::size_t newLength);
+
+    // Wide strings the storage owns until FreeWide or its end.
+    std::wstring* NewWide(std::wstring&& text);
+    void FreeWide(std::wstring* text);
+
+    TagRecord const* Intern(std::string_view utf8);
+    TagRecord const* InternWide(std::wstring_view wide);
+    TagRecord const* FindTag(std::string_view utf8) const;
+    TagRecord const* FindTagWide(std::wstring_view wide) const;
+
+    std::size_t MemoryUsed() const;
+
+private:
+    static std::size_t RoundedTextSize(std::size_t length);
+    void NewSlotChunk();
+    // A block of `size` bytes aligned to kBlockSize. Large blocks are mapped directly and,
+    // when their storage closes, kept for the next one: faulting fresh pages in (and the
+    // kernel zeroing them) would otherwise dominate loading and copying a large document.
+    void* AllocBlock(std::size_t size);
+    struct Block {
+        void* memory;
+        std::size_t size;
+        bool mapped;
+    };
+    void FreeBlock(Block const& block);
+    std::size_t NextChunkSize(std::size_t chunks) const;
+
+    // Every kBlockSize-aligned block of a slot chunk starts with a slot naming its storage.
+    static constexpr std::size_t kBlockSize = 64 * 1024;
+    static constexpr std::size_t kMaxChunkSize = 2 * 1024 * 1024;
+    static constexpr std::size_t kTextClassStep = 8;
+    static constexpr std::size_t kTextClasses = 32; // texts up to 256 bytes are pooled
+
+    void* m_owner;
+    std::vector<Block> m_slotChunks;
+    std::vector<Block> m_textBlocks;
+    std::size_t m_blockBytes = 0;
+    void* m_freeSlots = nullptr;
+    std::byte* m_slotCursor = nullptr;
+    std::byte* m_slotEnd = nullptr;
+
+    char* m_textCursor = nullptr;
+    char* m_textEnd = nullptr;
+    void* m_freeTexts[kTextClasses] = {};
+    std::unordered_set<char*> m_largeTexts;
+    std::size_t m_largeTextBytes = 0;
+
+    std::unordered_map<std::string, TagRecord*, StringViewHash, std::equal_to<>> m_tags;
+    std::vector<TagRecord*> m_tagRecords;
+    std::unordered_set<std::wstring*> m_wideTexts;
+};
+
+// Maps tags of one storage to the same tags interned in another (identity within one).
 class TagTranslator {
 public:
     TagTranslator(Storage const& source, Storage& target) : m_target(target), m_same(&source == &target) {}
+    // Sources from any storage, the target's own included.
+    explicit TagTranslator(Storage& target) : m_target(target), m_same(false) {}
     TagRecord const* Translate(TagRecord const* source);
 
 private:
@@ -40,90 +115,6 @@ private:
     Storage& m_target;
     bool m_same;
     Entry m_entries[kSize];
-};
-
-class Storage {
-public:
-    explicit Storage(XmlDocument* owner);
-    ~Storage();
-    Storage(Storage const&) = delete;
-    Storage& operator=(Storage const&) = delete;
-
-    XmlDocument* Owner() const { return m_owner; }
-    static Storage* Of(XmlDocument::XmlNode const* node);
-
-    XmlDocument::XmlNode* NewNode(TagRecord const* tag);
-    // Frees the node's own text and wide cache and returns it to the pool (not its children).
-    void FreeNode(XmlDocument::XmlNode* node);
-    // Frees every node below `node` (not the node itself), iteratively.
-    void FreeDescendants(XmlDocument::XmlNode* node);
-
-    void SetText(XmlDocument::XmlNode* node, std::string_view utf8);
-    void ClearText(XmlDocument::XmlNode* node);
-    std::wstring const& WideText(XmlDocument::XmlNode const* node);
-
-    TagRecord const* Intern(std::string_view utf8);
-    TagRecord const* InternWide(std::wstring_view wide);
-    TagRecord const* FindTag(std::string_view utf8) const;
-    TagRecord const* FindTagWide(std::wstring_view wide) const;
-
-    std::size_t MemoryUsed() const;
-
-    // Structure. Children form a list through m_next; m_prevCyclic points at the previous
-    // sibling and the first child's at the last, so appending and unlinking take constant time.
-    static void LinkAfter(XmlDocument::XmlNode* parent, XmlDocument::XmlNode* child,
-                          XmlDocument::XmlNode* after);
-    static void Unlink(XmlDocument::XmlNode* child);
-    static XmlDocument::XmlNode* LastChild(XmlDocument::XmlNode const* parent);
-    // Copies the tag and the text of source onto target.
-    void CopyTagAndText(XmlDocument::XmlNode* target, XmlDocument::XmlNode const* source, TagTranslator& tags);
-    // Makes target's children a deep copy of source's (from any document), reusing target's
-    // nodes in place; source must not lie inside target's subtree.
-    void AssignChildren(XmlDocument::XmlNode* target, XmlDocument::XmlNode const* source);
-    // Moves all children of `from` to the end of `to` (both of this storage).
-    static void MoveChildren(XmlDocument::XmlNode* to, XmlDocument::XmlNode* from);
-
-private:
-    static std::size_t RoundedTextSize(std::size_t length);
-    void DropWideText(XmlDocument::XmlNode const* node);
-    char* AllocText(std::size_t length);
-    void FreeText(char* text, std::size_t length);
-    void NewNodeChunk();
-    // A block of `size` bytes aligned to kBlockSize. Large blocks are mapped directly and,
-    // when their document closes, kept for the next one: faulting fresh pages in (and the
-    // kernel zeroing them) would otherwise dominate loading and copying a large document.
-    void* AllocBlock(std::size_t size);
-    struct Block {
-        void* memory;
-        std::size_t size;
-        bool mapped;
-    };
-    void FreeBlock(Block const& block);
-    std::size_t NextChunkSize(std::size_t chunks) const;
-
-    // Every kBlockSize-aligned block of a node chunk starts with a slot naming its storage.
-    static constexpr std::size_t kBlockSize = 64 * 1024;
-    static constexpr std::size_t kMaxChunkSize = 2 * 1024 * 1024;
-    static constexpr std::size_t kTextClassStep = 8;
-    static constexpr std::size_t kTextClasses = 32; // texts up to 256 bytes are pooled
-
-    XmlDocument* m_owner;
-    std::vector<Block> m_nodeChunks;
-    std::vector<Block> m_textBlocks;
-    std::size_t m_blockBytes = 0;
-    XmlDocument::XmlNode* m_freeNodes = nullptr;
-    std::byte* m_nodeCursor = nullptr;
-    std::byte* m_nodeEnd = nullptr;
-
-    char* m_textCursor = nullptr;
-    char* m_textEnd = nullptr;
-    void* m_freeTexts[kTextClasses] = {};
-    std::unordered_set<char*> m_largeTexts;
-    std::size_t m_largeTextBytes = 0;
-
-    std::unordered_map<std::string, TagRecord*, StringViewHash, std::equal_to<>> m_tags;
-    std::vector<TagRecord*> m_tagRecords;
-    std::unordered_set<std::wstring*> m_wideTexts;
 };
 
 } // namespace zo::xml

@@ -1,0 +1,128 @@
+// The XML text of an element: compact, or indented in a form that reads back as the same
+// tree.
+#include "XmlTree.h"
+
+#include <cstdio>
+
+using zo::xml::TagRecord;
+using XmlNode = XmlDocument::XmlNode;
+
+namespace {
+
+bool IsWhitespaceOnly(std::string_view text)
+{
+    for (char c : text)
+        if (c != ' ' && c != '\t' && c != '\n' && c != '\r')
+            return false;
+    return true;
+}
+
+void AppendEscaped(std::string& out, std::string_view text)
+{
+    std::size_t plainStart = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        char const c = text[i];
+        char const* entity = nullptr;
+        char numeric[8];
+        switch (c) {
+        case '&': entity = "&amp;"; break;
+        case '<': entity = "&lt;"; break;
+        case '>': entity = "&gt;"; break;
+        case '\t':
+        case '\n':
+            continue;
+        default:
+            if (static_cast<unsigned char>(c) >= 0x20)
+                continue;
+            // Other control characters (and \r, which a parser would fold) as references.
+            std::snprintf(numeric, sizeof numeric, "&#%d;", static_cast<int>(c));
+            entity = numeric;
+            break;
+        }
+        out.append(text.data() + plainStart, i - plainStart);
+        out.append(entity);
+        plainStart = i + 1;
+    }
+    out.append(text.data() + plainStart, text.size() - plainStart);
+}
+
+void AppendOwnText(std::string& out, XmlNode const* node, bool hasChildren)
+{
+    std::string_view const text = node->TextUtf8();
+    if (text.empty())
+        return;
+    // Blanks alone before child elements would read back as indentation: write them as
+    // character references, which a parser keeps as they are (a CDATA section would lose \r).
+    if (hasChildren && IsWhitespaceOnly(text)) {
+        for (char c : text)
+            out.append(c == ' ' ? "&#32;" : c == '\t' ? "&#9;" : c == '\n' ? "&#10;" : "&#13;");
+        return;
+    }
+    AppendEscaped(out, text);
+}
+
+std::string const& TagText(XmlNode const* node) { return static_cast<TagRecord const*>(node->TagKey())->utf8; }
+
+} // namespace
+
+void XmlNode::AppendXmlCode(ZoBasicString<char>& out, int indent) const
+{
+    // Iterative walk: on the way down write the opening tag and the text, on the way up the
+    // closing tag; a node without text and children is written as an empty element.
+    // Indented, every element without text of its own puts its children on lines of their
+    // own; a parser drops those line breaks again, as blanks between elements. An element
+    // with text keeps its whole subtree on one line, since a break after its text would
+    // become part of the text. A lazy copy's elements are read through FirstChild().
+    XmlNode const* node = this;
+    int depth = 0;
+    XmlNode const* oneLine = indent > 0 ? nullptr : this;
+    auto breakLine = [&] {
+        if (!oneLine) {
+            out.push_back('\n');
+            out.append(static_cast<std::size_t>(depth * indent), ' ');
+        }
+    };
+    while (true) {
+        XmlNode const* first = node->FirstChild();
+        out.push_back('<');
+        out.append(TagText(node));
+        if (!first && node->m_textLength == 0) {
+            out.append("/>");
+        } else {
+            out.push_back('>');
+            AppendOwnText(out, node, first != nullptr);
+            if (first) {
+                if (!oneLine && node->m_textLength != 0)
+                    oneLine = node;
+                node = first;
+                ++depth;
+                breakLine();
+                continue;
+            }
+            out.append("</");
+            out.append(TagText(node));
+            out.push_back('>');
+        }
+        // Climb until a next sibling exists, closing each parent on the way.
+        while (node != this && !node->m_next) {
+            node = node->m_parent;
+            --depth;
+            breakLine();
+            out.append("</");
+            out.append(TagText(node));
+            out.push_back('>');
+            if (oneLine == node)
+                oneLine = nullptr;
+        }
+        if (node == this)
+            return;
+        node = node->m_next;
+        breakLine();
+    }
+}
+
+void XmlNode::CreateXmlCode(ZoBasicString<char>& out) const
+{
+    out.clear();
+    AppendXmlCode(out);
+}
