@@ -263,21 +263,28 @@ void MainWindow::OnEventsList()
     if (!m_project)
         return;
     ProjectFolder& project = *m_project;
-    // The list deletes and pastes in the live documents at once; Cancel means that none of
-    // it is wanted, so the host keeps copies to put back.
-    XmlDocument const eventsBefore(*project.Events().Root());
-    XmlDocument const devicesBefore(*project.Devices().Root());
+    // The list deletes and pastes in the live documents at once. Their journals record
+    // each change, so that a cancelled list can be undone without copying the project.
+    XmlDocument& events = project.Events();
+    XmlDocument& devices = project.Devices();
+    events.BeginJournal();
+    devices.BeginJournal();
     int result = QDialog::Rejected;
     {
-        ZoEDlgEventsCfg dialog(this, project.DeviceGroups(), &project.Events(),
-                               &project.TimeTables(), &project.Users());
+        ZoEDlgEventsCfg dialog(this, project.DeviceGroups(), &events, &project.TimeTables(), &project.Users());
         result = dialog.DoModal();
     }
-    if (result == QDialog::Accepted) {
+    bool keep = result == QDialog::Accepted;
+    // Deletions the user confirmed are not thrown away without a question.
+    if (!keep && (events.JournalHasChanges() || devices.JournalHasChanges()))
+        keep = !ZoAskYesNo(this, 60057);
+    if (keep) {
+        events.EndJournal();
+        devices.EndJournal();
         SaveDocuments({ProjectDoc::Events, ProjectDoc::Devices});
     } else {
-        *project.Events().Root() = *eventsBefore.Root();
-        *project.Devices().Root() = *devicesBefore.Root();
+        events.UndoJournal();
+        devices.UndoJournal();
     }
     UpdatePanel();
     UpdateActions();

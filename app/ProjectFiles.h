@@ -28,6 +28,7 @@ inline constexpr wchar_t const* kProjectRoot = L"project";
 
 // The device type under which an event is registered in the device groups element.
 inline constexpr wchar_t const* kEventDeviceType = L"R$EVE";
+inline constexpr char kEventDeviceTypeText[] = "R$EVE"; // as stored (UTF-8)
 
 constexpr wchar_t const* FileName(ProjectDoc doc)
 {

@@ -39,7 +39,7 @@ int CountEventDevices(XmlNode const* deviceGroups)
         pending.pop_front();
         if (XmlNode const* devices = group->Child(L"devices")) {
             for (auto it = devices->ChildsBegin(); it != devices->ChildsEnd(); ++it) {
-                if ((*it)->HasTag(L"device") && (*it)->Value(L"type", L"") == kEventDeviceType)
+                if ((*it)->HasTag(L"device") && (*it)->ValueUtf8(L"type") == kEventDeviceTypeText)
                     ++count;
             }
         }

@@ -227,13 +227,12 @@ void ZoEDlgEventsCfg::OnAdd()
     // The host creates `events` with the document; should it be missing, the first event
     // added creates it (and a cancelled editor leaves the document as it was).
     XmlNode* events = root->Child(L"events");
-    XmlDocument copy;
-    copy.Create(L"events");
-    if (events)
-        *copy.Root() = *events;
-    XmlNode* event = copy.Root()->NewChild(L"event");
+    auto copy = events ? std::make_unique<XmlDocument>(*events) : std::make_unique<XmlDocument>();
+    if (!events)
+        copy->Create(L"events");
+    XmlNode* event = copy->Root()->NewChild(L"event");
     event->SetValue(L"id", ZoNewGuidText());
-    if (!RunEventEditor(event, copy.Root()))
+    if (!RunEventEditor(event, copy->Root()))
         return;
 
     AddEventToDeviceGroupsNode(m_deviceGroups, *event);
@@ -241,7 +240,7 @@ void ZoEDlgEventsCfg::OnAdd()
     m_model->Clear();
     if (!events)
         events = root->NewChild(L"events");
-    *events = *copy.Root();
+    *events = *copy->Root();
     m_modified = true;
     UpdateList();
     SelectEvent(name);

@@ -37,19 +37,25 @@ bool IsRegistered(XmlNode const* deviceGroups, std::wstring const& id)
 
 } // namespace
 
-// The list deletes in the live tree at once: Cancel puts the documents back, OK saves the
-// events and the device groups (never the users file).
+// The list deletes in the live tree at once: Cancel asks, then puts the documents back as
+// they were (the very same elements); OK saves the events and the device groups (never the
+// users file).
 TEST_F(HostSave, EventsListAcceptedSavesEventsAndDevices)
 {
     DemoWindow demo;
     QByteArray const eventsBytes = ReadBytes(demo.File(ProjectDoc::Events));
     QByteArray const devicesBytes = ReadBytes(demo.File(ProjectDoc::Devices));
-    std::wstring const id = EventNamed(demo.window.Project()->Events(), L"Heavy rain")->Value(L"id", L"");
-    ScriptedAnswerer answers; // the delete questions are answered Yes
+    std::string const eventsTree = TreeText(demo.window.Project()->Events());
+    std::string const devicesTree = TreeText(demo.window.Project()->Devices());
+    XmlNode* const heavyRain = EventNamed(demo.window.Project()->Events(), L"Heavy rain");
+    std::wstring const id = heavyRain->Value(L"id", L"");
+    ScriptedAnswerer answers; // the delete question and "discard?" are answered Yes
     ModalScript modal(DeleteEventThen("Heavy rain", "cancelButton"));
     demo.window.OnEventsList();
-    EXPECT_EQ(answers.Ids(), (std::vector<unsigned>{32792}));
-    ASSERT_TRUE(EventNamed(demo.window.Project()->Events(), L"Heavy rain"));
+    EXPECT_EQ(answers.Ids(), (std::vector<unsigned>{32792, 60057}));
+    EXPECT_EQ(EventNamed(demo.window.Project()->Events(), L"Heavy rain"), heavyRain);
+    EXPECT_EQ(TreeText(demo.window.Project()->Events()), eventsTree);
+    EXPECT_EQ(TreeText(demo.window.Project()->Devices()), devicesTree);
     EXPECT_TRUE(IsRegistered(demo.window.Project()->DeviceGroups(), id));
     EXPECT_FALSE(demo.window.HasUnsavedChanges());
     EXPECT_EQ(ReadBytes(demo.File(ProjectDoc::Events)), eventsBytes);
@@ -68,6 +74,29 @@ TEST_F(HostSave, EventsListAcceptedSavesEventsAndDevices)
     EXPECT_EQ(demo.Label("eventsCountLabel"), "21");
     EXPECT_EQ(demo.Label("eventDevicesCountLabel"), "21");
     EXPECT_EQ(ReadBytes(demo.File(ProjectDoc::Users)), ReadBytes(FilePath(kDemoFolder, ProjectDoc::Users)));
+}
+
+// Cancelled with nothing changed, the list asks nothing; a change the user keeps ("No" to
+// discarding) is saved like an OK.
+TEST_F(HostSave, CancelledListKeepsConfirmedChangesOnRequest)
+{
+    DemoWindow demo;
+    {
+        ScriptedAnswerer answers;
+        ModalScript modal(ModalScript::Reject());
+        demo.window.OnEventsList();
+        EXPECT_TRUE(answers.Ids().empty());
+    }
+    ScriptedAnswerer answers{ZoAnswer::Yes, ZoAnswer::No};
+    ModalScript modal(DeleteEventThen("Heavy rain", "cancelButton"));
+    demo.window.OnEventsList();
+    EXPECT_EQ(answers.Ids(), (std::vector<unsigned>{32792, 60057}));
+    EXPECT_FALSE(EventNamed(demo.window.Project()->Events(), L"Heavy rain"));
+    EXPECT_FALSE(demo.window.HasUnsavedChanges());
+    XmlDocument events;
+    ParseFile(demo.File(ProjectDoc::Events), events);
+    EXPECT_FALSE(EventNamed(events, L"Heavy rain"));
+    EXPECT_EQ(demo.Label("eventsCountLabel"), "21");
 }
 
 // Edit > Event: a filtered chooser, then the editor; only the events file is written.
