@@ -1,0 +1,223 @@
+// The steps of a user's journey through the host editor on a generated project, each run
+// through the real MainWindow with its dialogs scripted (see JourneyScript). The window is
+// opened outside the timing; only the step named is timed (manual time, and the library's
+// timer, hence the CPU time, runs only during the step).
+#include "EventsListControls.h"
+#include "JourneyChecks.h"
+#include "JourneyScript.h"
+#include "JourneyWindow.h"
+#include "ProjectFolderGenerator.h"
+#include "StepTimer.h"
+#include "editor/ZoEDlgEventCfg.h"
+#include "events/ZoEDlgEventsCfg.h"
+
+#include <QFile>
+
+#include <benchmark/benchmark.h>
+
+using namespace zo::bench;
+
+namespace {
+
+// The list's question before it deletes the selected events.
+constexpr unsigned kDeleteQuestion = 32792;
+
+GeneratedProjectFolder const& FolderOf(benchmark::State const& state)
+{
+    return SharedProjectFolder(static_cast<int>(state.range(0)));
+}
+
+// A window that opened the benchmark's project; false (benchmark failed) when it could not.
+bool OpenWindow(benchmark::State& state, JourneyWindow& window)
+{
+    if (window.Open(FolderOf(state)))
+        return true;
+    state.SkipWithError("the host did not open the generated project");
+    return false;
+}
+
+// MainWindow::OpenFolder on a window that has no project open yet.
+void BM_JourneyOpenProject(benchmark::State& state)
+{
+    GeneratedProjectFolder const& folder = FolderOf(state);
+    JourneyScript script;
+    StepTimer timer(state);
+    for (auto _ : state) {
+        timer.BeginIteration();
+        bool opened = false;
+        {
+            JourneyWindow window;
+            timer.Start();
+            opened = window.Open(folder);
+            timer.Stop();
+            if (opened && window.EventCount() != folder.Events())
+                script.Fail("the opened project does not hold every generated event");
+        }
+        timer.EndIteration();
+        if (!opened)
+            script.Fail("the host did not open the generated project");
+        if (!WentAsScripted(state, script, timer))
+            break;
+    }
+}
+
+// Events > Events list until the list reaches the modal runner, initialised and filled.
+void BM_JourneyOpenEventsList(benchmark::State& state)
+{
+    JourneyScript script;
+    JourneyWindow window;
+    if (!OpenWindow(state, window))
+        return;
+    int const events = FolderOf(state).Events();
+    StepTimer timer(state);
+    for (auto _ : state) {
+        timer.BeginIteration();
+        script.ThenAs<ZoEDlgEventsCfg>([&](ZoEDlgEventsCfg& list) {
+            timer.Stop();
+            if (ListRowCount(list) != events)
+                script.Fail("the events list does not show every event");
+            return ClickButton(script, list, "cancelButton");
+        });
+        timer.Start();
+        window.Window().OnEventsList();
+        timer.EndIteration();
+        if (!WentAsScripted(state, script, timer))
+            break;
+    }
+}
+
+// In the list: Modify on the middle row until the event editor reaches the modal runner.
+void BM_JourneyModifyOpenEditor(benchmark::State& state)
+{
+    JourneyScript script;
+    JourneyWindow window;
+    if (!OpenWindow(state, window))
+        return;
+    StepTimer timer(state);
+    for (auto _ : state) {
+        timer.BeginIteration();
+        script.ThenAs<ZoEDlgEventsCfg>([&](ZoEDlgEventsCfg& list) {
+            SelectMiddleRow(script, list);
+            script.ThenAs<ZoEDlgEventCfg>([&](ZoEDlgEventCfg& editor) {
+                timer.Stop();
+                return ClickButton(script, editor, "cancelButton");
+            });
+            timer.Start();
+            ClickButton(script, list, "modifyButton");
+            return ClickButton(script, list, "cancelButton");
+        });
+        window.Window().OnEventsList();
+        timer.EndIteration();
+        if (!WentAsScripted(state, script, timer))
+            break;
+    }
+}
+
+// In the editor, with the description changed: OK until the list's Modify has returned
+// (the change is in the list's document, the list refilled and the row selected again).
+void BM_JourneyModifyCommit(benchmark::State& state)
+{
+    JourneyScript script;
+    JourneyWindow window;
+    if (!OpenWindow(state, window))
+        return;
+    StepTimer timer(state);
+    for (auto _ : state) {
+        timer.BeginIteration();
+        script.ThenAs<ZoEDlgEventsCfg>([&](ZoEDlgEventsCfg& list) {
+            ModifyMiddleDescription(script, list, NextDescription(), [&] { timer.Start(); });
+            timer.Stop();
+            if (SelectedRowCount(list) != 1)
+                script.Fail("the modified event's row is not selected again");
+            return ClickButton(script, list, "cancelButton");
+        });
+        window.Window().OnEventsList();
+        timer.EndIteration();
+        if (!WentAsScripted(state, script, timer))
+            break;
+    }
+}
+
+// In the list: Delete on the middle row (answered Yes), then Cancel, until the host has put
+// the documents back and OnEventsList has returned.
+void BM_JourneyDeleteCancel(benchmark::State& state)
+{
+    JourneyScript script;
+    JourneyWindow window;
+    if (!OpenWindow(state, window))
+        return;
+    int const events = window.EventCount();
+    StepTimer timer(state);
+    for (auto _ : state) {
+        timer.BeginIteration();
+        script.ForgetMessages();
+        script.ThenAs<ZoEDlgEventsCfg>([&](ZoEDlgEventsCfg& list) {
+            SelectMiddleRow(script, list);
+            timer.Start();
+            ClickButton(script, list, "deleteButton");
+            if (!list.IsModified())
+                script.Fail("the delete did not change the list");
+            return ClickButton(script, list, "cancelButton");
+        });
+        window.Window().OnEventsList();
+        timer.Stop();
+        timer.EndIteration();
+        if (script.Asked(kDeleteQuestion) != 1)
+            script.Fail("the list did not ask before deleting");
+        if (window.EventCount() != events)
+            script.Fail("Cancel did not put the deleted event back");
+        if (!WentAsScripted(state, script, timer))
+            break;
+    }
+}
+
+// In the list, after a real change (a description, through the editor): OK until
+// OnEventsList has returned, the events and devices files saved atomically.
+void BM_JourneySave(benchmark::State& state)
+{
+    JourneyScript script;
+    JourneyWindow window;
+    if (!OpenWindow(state, window))
+        return;
+    StepTimer timer(state);
+    QString description;
+    for (auto _ : state) {
+        timer.BeginIteration();
+        description = NextDescription();
+        int listResult = QDialog::Rejected;
+        script.ThenAs<ZoEDlgEventsCfg>([&](ZoEDlgEventsCfg& list) {
+            ModifyMiddleDescription(script, list, description);
+            timer.Start();
+            listResult = ClickButton(script, list, "okButton");
+            return listResult;
+        });
+        window.Window().OnEventsList();
+        timer.Stop();
+        timer.EndIteration();
+        if (listResult != QDialog::Accepted)
+            script.Fail("the events list did not end with OK after a change");
+        else if (window.Window().HasUnsavedChanges())
+            script.Fail("the host did not save the changed documents");
+        if (!WentAsScripted(state, script, timer))
+            break;
+    }
+    // Once, after the run: the file on disk holds the last change.
+    QFile events(FolderOf(state).FilePath(zo::project::ProjectDoc::Events));
+    if (!state.error_occurred() && events.open(QIODevice::ReadOnly)
+        && !events.readAll().contains(description.toUtf8()))
+        state.SkipWithError("Events.zocfg does not hold the saved change");
+}
+
+void JourneyArgs(benchmark::internal::Benchmark* benchmark)
+{
+    benchmark->Arg(10000)->Arg(100000)->Iterations(5)->UseManualTime()->Unit(benchmark::kMillisecond);
+}
+
+} // namespace
+
+BENCHMARK(BM_JourneyOpenProject)->Apply(JourneyArgs);
+BENCHMARK(BM_JourneyOpenEventsList)->Apply(JourneyArgs);
+BENCHMARK(BM_JourneyModifyOpenEditor)->Apply(JourneyArgs);
+BENCHMARK(BM_JourneyModifyCommit)->Apply(JourneyArgs);
+BENCHMARK(BM_JourneyDeleteCancel)->Apply(JourneyArgs);
+BENCHMARK(BM_JourneySave)->Apply(JourneyArgs);
