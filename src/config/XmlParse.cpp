@@ -84,11 +84,23 @@ private:
 
 bool XmlDocument::Parse(char const* text, std::size_t length)
 {
+    return Parse(text, length, false);
+}
+
+bool XmlDocument::ParseInPlace(char* text, std::size_t length)
+{
+    return Parse(text, length, true);
+}
+
+bool XmlDocument::Parse(char const* text, std::size_t length, bool inPlace)
+{
     Reset();
 
     pugi::xml_document parsed;
-    pugi::xml_parse_result const result =
-        parsed.load_buffer(text ? text : "", length, kParseFlags, pugi::encoding_utf8);
+    // In place, the parser works in the caller's buffer instead of a copy of the text.
+    pugi::xml_parse_result const result = inPlace && text
+        ? parsed.load_buffer_inplace(const_cast<char*>(text), length, kParseFlags, pugi::encoding_utf8)
+        : parsed.load_buffer(text ? text : "", length, kParseFlags, pugi::encoding_utf8);
     if (!result) {
         m_error = result.description();
         m_errorOffset = static_cast<std::size_t>(result.offset);
