@@ -114,7 +114,7 @@ bool ProjectFolder::Load(ProjectDoc doc, std::wstring& error)
                           Wide(file.errorString()).c_str());
         return false;
     }
-    if (!document.ParseInPlace(text.data(), static_cast<std::size_t>(text.size()))) {
+    if (!document.Parse(text.constData(), static_cast<std::size_t>(text.size()))) {
         std::wstring const reason = ZoFromUtf8(document.ErrorText());
         error = ZoFormatN(1024, ZoLoadString(60042).c_str(), shownPath.c_str(), reason.c_str(),
                           static_cast<int>(document.ErrorOffset()));

@@ -2,6 +2,7 @@
 // XML library alone on the same text, so that the overhead of our tree is a ratio taken
 // in one run.
 #include "BenchFixtures.h"
+#include "config/XmlScanner.h"
 
 #include <benchmark/benchmark.h>
 #include <pugixml.hpp>
@@ -41,6 +42,31 @@ void BM_PugiParseOnly(benchmark::State& state)
         doc.reset();
         state.ResumeTiming();
     }
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));
+}
+
+// Our scanner alone on the same text, with a handler that does nothing: the floor under a
+// parse that builds our tree straight from it.
+class NullHandler final : public zo::xml::ScanHandler {
+public:
+    void StartElement(std::string_view) override {}
+    void Attribute(std::string_view, std::string_view) override {}
+    void Text(std::string_view) override {}
+    void EndElement() override {}
+};
+
+void BM_ScanOnly(benchmark::State& state)
+{
+    std::string const& text = EventsText(Events(state));
+    NullHandler handler;
+    bool ok = true;
+    for (auto _ : state) {
+        zo::xml::ScanResult const result = zo::xml::ScanXml(text.data(), text.size(), handler);
+        benchmark::DoNotOptimize(result.ok);
+        ok = result.ok && ok;
+    }
+    if (!ok)
+        state.SkipWithError("the generated document does not scan");
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));
 }
 
@@ -120,6 +146,7 @@ void BM_CloseEvents(benchmark::State& state)
 } // namespace
 
 BENCHMARK(BM_PugiParseOnly)->Arg(100000)->Iterations(5)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ScanOnly)->Arg(100000)->Iterations(5)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ParseEvents)->Arg(100000)->Iterations(5)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_PugiWriteOnly)->Arg(100000)->Iterations(5)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_WriteEvents)->Arg(100000)->Iterations(5)->Unit(benchmark::kMillisecond);

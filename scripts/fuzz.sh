@@ -11,7 +11,7 @@ set -euo pipefail
 seconds=${1:-300}
 root=$(cd "$(dirname "$0")/.." && pwd)
 build=${BUILD_DIR:-$root/build-fuzz}
-targets=${TARGETS:-"fuzz_parse fuzz_events_paste"}
+targets=${TARGETS:-"fuzz_parse fuzz_events_paste fuzz_scan"}
 
 CC=clang CXX=clang++ cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
   -DZO_BUILD_FUZZ=ON -DZO_BUILD_TESTS=OFF -DZO_BUILD_BENCH=OFF >/dev/null
@@ -36,7 +36,10 @@ for target in $targets; do
   mkdir -p "$corpus" "$artifacts" "$(dirname "$log")"
   echo "== $target for ${seconds}s (log: $log)"
   set +e
-  "$build/fuzz/$target" "$corpus" "$root/fuzz/corpus/$target" \
+  seeds=("$root/fuzz/corpus/$target")
+  # The scanner reads the documents the parser reads: it starts from the parser's seeds too.
+  if [ "$target" = fuzz_scan ]; then seeds+=("$root/fuzz/corpus/fuzz_parse"); fi
+  "$build/fuzz/$target" "$corpus" "${seeds[@]}" \
     -max_total_time="$seconds" -max_len=32768 -timeout=10 -rss_limit_mb=4096 \
     -print_final_stats=1 -artifact_prefix="$artifacts" "${keep_going[@]}" >"$log" 2>&1
   rc=$?

@@ -44,9 +44,6 @@ public:
     // nothing outside the text is read.
     bool Parse(char const* text);
     bool Parse(char const* text, std::size_t length);
-    // The same, using the text's own bytes as the parser's work space (they are
-    // overwritten): a large file is then held once, not twice, while it is read.
-    bool ParseInPlace(char* text, std::size_t length);
     // The parser's reason for the last failed Parse, and the byte offset where it stopped.
     std::string const& ErrorText() const;
     std::size_t ErrorOffset() const;
@@ -78,7 +75,6 @@ private:
     friend class zo::xml::Tree;
     friend class zo::xml::Edit;
     void Reset();
-    bool Parse(char const* text, std::size_t length, bool inPlace);
     std::unique_ptr<zo::xml::Storage> m_storage;
     std::unique_ptr<zo::xml::Links> m_links; // copies borrowing from here or lent to, journal
     XmlNode* m_root = nullptr;
