@@ -166,7 +166,9 @@ bool ProjectFolder::Save(std::vector<ProjectDoc> const& docs, std::wstring& erro
 {
     ProjectSaver saver;
     for (ProjectDoc doc : docs)
-        saver.Add(FilePath(doc), XmlFileText(Document(doc)));
+        saver.Add(FilePath(doc), [&document = Document(doc)](ProjectSaver::Writer const& write) {
+            return WriteXmlFileText(document, write);
+        });
     if (!saver.Commit()) {
         error = ZoFormatN(1024, ZoLoadString(60046).c_str(),
                           Wide(QDir::toNativeSeparators(saver.FailedPath())).c_str(),

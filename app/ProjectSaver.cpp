@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr qint64 kBlockSize = 64 * 1024;
+constexpr std::size_t kBlockSize = 64 * 1024;
 
 std::function<void()>& BlockWrittenHook()
 {
@@ -24,7 +24,12 @@ ProjectSaver::~ProjectSaver() = default;
 
 void ProjectSaver::Add(QString const& path, std::string text)
 {
-    m_files.push_back({path, std::move(text)});
+    Add(path, [text = std::move(text)](Writer const& write) { return write(text); });
+}
+
+void ProjectSaver::Add(QString const& path, Producer producer)
+{
+    m_files.push_back({path, std::move(producer)});
 }
 
 bool ProjectSaver::Fail(QString const& path, QString const& reason)
@@ -48,14 +53,19 @@ bool ProjectSaver::Commit()
         saveFile->setDirectWriteFallback(false);
         if (!saveFile->open(QIODevice::WriteOnly))
             return Fail(file.path, saveFile->errorString());
-        qint64 const size = static_cast<qint64>(file.text.size());
-        for (qint64 done = 0; done < size; done += kBlockSize) {
-            qint64 const block = std::min(kBlockSize, size - done);
-            if (saveFile->write(file.text.data() + done, block) != block || !saveFile->flush())
-                return Fail(file.path, saveFile->errorString());
-            if (BlockWrittenHook())
-                BlockWrittenHook()();
-        }
+        QSaveFile& out = *saveFile;
+        bool const written = file.producer([&out](std::string_view text) {
+            for (std::size_t done = 0; done < text.size(); done += kBlockSize) {
+                qint64 const block = std::min<qint64>(kBlockSize, qint64(text.size() - done));
+                if (out.write(text.data() + done, block) != block || !out.flush())
+                    return false;
+                if (BlockWrittenHook())
+                    BlockWrittenHook()();
+            }
+            return true;
+        });
+        if (!written)
+            return Fail(file.path, saveFile->errorString());
         open.push_back(std::move(saveFile));
     }
     for (std::size_t i = 0; i < open.size(); ++i) {

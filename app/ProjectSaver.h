@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 class QSaveFile;
@@ -20,7 +21,14 @@ public:
     ProjectSaver(ProjectSaver const&) = delete;
     ProjectSaver& operator=(ProjectSaver const&) = delete;
 
+    // Writes a file's text through the function it is given, block by block.
+    using Writer = std::function<bool(std::string_view block)>;
+    using Producer = std::function<bool(Writer const& write)>;
+
     void Add(QString const& path, std::string text);
+    // A file whose text is made while it is written (a large project is never held whole
+    // as text); the producer hands each block to write and stops when write fails.
+    void Add(QString const& path, Producer producer);
     // Writes and renames all files added; false on the first failure.
     bool Commit();
 
@@ -35,7 +43,7 @@ public:
 private:
     struct Pending {
         QString path;
-        std::string text;
+        Producer producer;
     };
     bool Fail(QString const& path, QString const& reason);
 

@@ -2,9 +2,11 @@
 #include "platform/tools/ZoBasicString.h"
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <iterator>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 namespace zo::xml {
 class Storage;
@@ -64,6 +66,16 @@ public:
     bool JournalHasChanges() const;
     void UndoJournal();
     void EndJournal();
+
+    // Change notes, for a list that rebuilds its rows from the tree after every change and
+    // reads again only what changed. After NoteChangesBelow(parent), every change inside
+    // one of parent's children, or of the child itself, and every child inserted, notes
+    // that child. TakeChangedChildren hands out the children noted since the last call
+    // (a child may be noted more than once, and one noted may since have been removed) and
+    // starts afresh; false when the notes cannot tell what changed (not noting for this
+    // parent, an undo, too many changes, the document replaced): then read everything.
+    void NoteChangesBelow(XmlNode const* parent);
+    bool TakeChangedChildren(XmlNode const* parent, std::vector<XmlNode const*>& changed);
 
     // Tags are interned per document: two elements of this document have equal tags exactly
     // when their TagKey()s are equal. TagKey(tag) is null when no element of this document
@@ -152,6 +164,9 @@ public:
     // Appends it to out instead; with indent > 0, elements are put on lines of their own,
     // indented by that many blanks a level, in a form that Parse reads back as the same tree.
     void AppendXmlCode(ZoBasicString<char>& out, int indent = 0) const;
+    // The same text handed out in blocks of about a megabyte as they are ready, so that a
+    // large document is never held whole as text; stops and returns false when write does.
+    bool WriteXmlCode(std::function<bool(std::string_view)> const& write, int indent = 0) const;
 
     // Fast accessors beyond the dialogs' interface.
     XmlNode* Parent() const { return m_parent; }
@@ -179,6 +194,9 @@ private:
     // copied from (m_first then points at that element): see XmlDesign.md.
     static constexpr std::uint32_t kLazyBit = 0x80000000u;
     XmlNode* Materialized() const;
+    // The writer behind AppendXmlCode and WriteXmlCode: appends to out, handing full
+    // blocks to write when there is one.
+    bool Write(std::string& out, int indent, std::function<bool(std::string_view)> const* write) const;
 
     zo::xml::TagRecord const* m_tag = nullptr;
     XmlNode* m_parent = nullptr;

@@ -10,6 +10,7 @@ void Tree::UndoJournal(XmlDocument& doc)
     if (!links || !links->journaling)
         return;
     DetachBorrowers(doc, nullptr);
+    links->notesLost = true; // undoing changes what the notes cannot tell
     Storage& storage = *doc.m_storage;
     auto& journal = links->journal;
     // Backwards, each record sees the tree exactly as it was right after its change.
@@ -71,6 +72,28 @@ void XmlDocument::BeginJournal()
 bool XmlDocument::JournalHasChanges() const
 {
     return m_links && m_links->journaling && !m_links->journal.empty();
+}
+
+void XmlDocument::NoteChangesBelow(XmlNode const* parent)
+{
+    if (!m_storage)
+        return;
+    zo::xml::Links& links = zo::xml::Tree::EnsureLinks(*this);
+    links.noted.clear();
+    links.notesLost = false;
+    links.watched = parent;
+}
+
+bool XmlDocument::TakeChangedChildren(XmlNode const* parent, std::vector<XmlNode const*>& changed)
+{
+    changed.clear();
+    if (!m_links || !parent || m_links->watched != parent)
+        return false;
+    bool const known = !m_links->notesLost;
+    changed.swap(m_links->noted);
+    m_links->noted.clear();
+    m_links->notesLost = false;
+    return known;
 }
 
 void XmlDocument::UndoJournal()

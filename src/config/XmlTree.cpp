@@ -161,14 +161,33 @@ Edit::Edit(XmlDocument& doc, XmlDocument const* except)
     : m_storage(*doc.m_storage)
     , m_links(doc.m_links.get())
     , m_journal(m_links && m_links->journaling)
+    , m_noting(m_links && m_links->watched)
 {
     if (m_links && !m_links->borrowers.empty())
         Tree::DetachBorrowers(doc, except);
 }
 
+void Edit::NoteBelow(XmlNode const* node)
+{
+    constexpr std::size_t kMaxNotes = 4096; // past that, reading everything again is as quick
+    for (; node; node = node->m_parent) {
+        if (node == m_links->watched)
+            return;
+        if (node->m_parent == m_links->watched) {
+            if (m_links->noted.size() < kMaxNotes)
+                m_links->noted.push_back(node);
+            else
+                m_links->notesLost = true;
+            return;
+        }
+    }
+}
+
 void Edit::Insert(XmlNode* parent, XmlNode* child, XmlNode* previous, bool record)
 {
     Tree::Link(parent, child, previous);
+    if (m_noting && record)
+        NoteBelow(child);
     if (m_journal && record)
         m_links->journal.emplace_back(JournalRecord::Insert, child);
 }
@@ -180,14 +199,25 @@ void Edit::Move(XmlNode* node, XmlNode* parent, XmlNode* previous)
         XmlNode* oldPrevious = oldParent->m_first == node ? nullptr : node->m_prevCyclic;
         m_links->journal.emplace_back(JournalRecord::Move, node, oldParent, oldPrevious);
     }
+    if (m_noting)
+        NoteBelow(node);
     Tree::Unlink(node);
     Tree::Link(parent, node, previous);
+    if (m_noting)
+        NoteBelow(node);
 }
 
 void Edit::Remove(XmlNode* child)
 {
     XmlNode* parent = child->m_parent;
     XmlNode* previous = parent->m_first == child ? nullptr : child->m_prevCyclic;
+    if (m_noting) {
+        NoteBelow(parent);
+        // Removing the watched element itself (or what holds it) ends what notes can tell.
+        for (XmlNode const* up = m_links->watched; up; up = up->m_parent)
+            if (up == child)
+                m_links->notesLost = true;
+    }
     Tree::Unlink(child);
     if (m_journal)
         m_links->journal.emplace_back(JournalRecord::Remove, child, parent, previous);
@@ -209,6 +239,8 @@ void Edit::SetText(XmlNode* node, std::string_view utf8)
 {
     if (node->TextUtf8() == utf8)
         return;
+    if (m_noting)
+        NoteBelow(node);
     if (m_journal)
         m_links->journal.emplace_back(JournalRecord::Text, node).text = node->TextUtf8();
     Tree::SetText(m_storage, node, utf8);
@@ -218,6 +250,8 @@ void Edit::SetTag(XmlNode* node, TagRecord const* tag)
 {
     if (node->m_tag == tag)
         return;
+    if (m_noting)
+        NoteBelow(node);
     if (m_journal)
         m_links->journal.emplace_back(JournalRecord::Tag, node).tag = node->m_tag;
     node->m_tag = tag;

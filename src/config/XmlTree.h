@@ -39,6 +39,10 @@ struct Links {
     std::vector<XmlDocument*> borrowers;
     bool journaling = false;
     std::vector<JournalRecord> journal;
+    // Change notes: the children of `watched` that a change reached since they were taken.
+    XmlNode const* watched = nullptr;
+    std::vector<XmlNode const*> noted;
+    bool notesLost = false;
 };
 
 // Structure without bookkeeping, for nodes whose document no journal or copy watches, and
@@ -121,9 +125,13 @@ public:
     void Reconcile(XmlNode* target, XmlNode const* copy);
 
 private:
+    // Notes the child of the watched element that holds node (node itself included).
+    void NoteBelow(XmlNode const* node);
+
     Storage& m_storage;
     Links* m_links;
     bool m_journal;
+    bool m_noting;
 };
 
 } // namespace zo::xml

@@ -65,7 +65,25 @@ std::string const& TagText(XmlNode const* node) { return static_cast<TagRecord c
 
 } // namespace
 
+namespace {
+
+constexpr std::size_t kWriteBlock = 1 << 20;
+
+} // namespace
+
 void XmlNode::AppendXmlCode(ZoBasicString<char>& out, int indent) const
+{
+    Write(out, indent, nullptr);
+}
+
+bool XmlNode::WriteXmlCode(std::function<bool(std::string_view)> const& write, int indent) const
+{
+    std::string block;
+    block.reserve(kWriteBlock + 4096);
+    return Write(block, indent, &write) && (block.empty() || write(block));
+}
+
+bool XmlNode::Write(std::string& out, int indent, std::function<bool(std::string_view)> const* write) const
 {
     // Iterative walk: on the way down write the opening tag and the text, on the way up the
     // closing tag; a node without text and children is written as an empty element.
@@ -83,6 +101,11 @@ void XmlNode::AppendXmlCode(ZoBasicString<char>& out, int indent) const
         }
     };
     while (true) {
+        if (write && out.size() >= kWriteBlock) {
+            if (!(*write)(out))
+                return false;
+            out.clear();
+        }
         XmlNode const* first = node->FirstChild();
         out.push_back('<');
         out.append(TagText(node));
@@ -115,7 +138,7 @@ void XmlNode::AppendXmlCode(ZoBasicString<char>& out, int indent) const
                 oneLine = nullptr;
         }
         if (node == this)
-            return;
+            return true;
         node = node->m_next;
         breakLine();
     }

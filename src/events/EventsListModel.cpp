@@ -4,6 +4,7 @@
 #include "platform/ui/ZoIcons.h"
 #include <algorithm>
 #include <unordered_map>
+#include <unordered_set>
 
 using XmlNode = XmlDocument::XmlNode;
 
@@ -52,21 +53,33 @@ EventsListModel::~EventsListModel() = default;
 void EventsListModel::UpdateList()
 {
     beginResetModel();
-    FillRows();
-    SortByName();
+    XmlNode* root = m_eventsCfg ? m_eventsCfg->Root() : nullptr;
+    XmlNode* events = root ? root->Child(L"events") : nullptr;
+    std::vector<XmlNode const*> changed;
+    bool const sameTables = FillTimeTables();
+    // After the first fill, only the events that a change reached are read again: the
+    // document notes them. The rows then are exactly those of a full fill.
+    bool const incremental = sameTables && events && events == m_filledEvents && !m_rows.empty()
+        && m_eventsCfg->TakeChangedChildren(events, changed);
+    if (incremental && RefillChanged(events, changed)) {
+        MergeChangedIntoOrder();
+    } else {
+        FillRows(events);
+        SortByName();
+    }
+    m_filledEvents = events;
+    if (events)
+        m_eventsCfg->NoteChangesBelow(events);
     SortRows();
     endResetModel();
 }
 
 void EventsListModel::Clear()
 {
+    // The rows are kept, unseen, for the next fill to reuse what did not change; only the
+    // view's rows go, so that nothing asks for an element that is about to change.
     beginResetModel();
-    m_rows.clear();
-    m_byName.clear();
     m_order.clear();
-    m_foldedNames.clear();
-    m_timeTableNames.clear();
-    m_timeTableRanks.clear();
     endResetModel();
 }
 
@@ -81,14 +94,11 @@ void EventsListModel::ClickColumn(int column)
     endResetModel();
 }
 
-void EventsListModel::FillRows()
+bool EventsListModel::FillTimeTables()
 {
-    m_rows.clear();
-    m_foldedNames.clear();
-    m_timeTableNames.clear();
-    m_timeTableRanks.clear();
-
-    TimeTableIds timeTableIds;
+    std::vector<TimeTable> names;
+    TimeTableIds ids;
+    std::string signature;
     if (XmlNode const* root = m_timeTables ? m_timeTables->Root() : nullptr) {
         static constexpr std::pair<wchar_t const*, wchar_t const*> kKinds[] = {
             {L"days", L"day"}, {L"weeks", L"week"}, {L"calendars", L"calendar"}};
@@ -97,30 +107,79 @@ void EventsListModel::FillRows()
             for (XmlNode const* table = tables ? tables->FirstChild() : nullptr; table;
                  table = table->NextSibling()) {
                 XmlNode const* id = table->HasTag(tag) ? table->Child(L"id") : nullptr;
-                if (!id || !timeTableIds.try_emplace(id->TextUtf8(), int(m_timeTableNames.size())).second)
+                if (!id || !ids.try_emplace(id->TextUtf8(), int(names.size())).second)
                     continue;
                 std::string_view const name = table->ValueUtf8(L"name");
                 TimeTable entry{QString::fromUtf8(name.data(), qsizetype(name.size())), {}};
                 AppendFoldedName(entry.folded, name);
-                m_timeTableNames.push_back(std::move(entry));
+                names.push_back(std::move(entry));
+                signature.append(id->TextUtf8()).append(1, '\0').append(name).append(1, '\0');
             }
         }
     }
+    bool const same = signature == m_timeTableSignature;
+    m_timeTableNames = std::move(names);
+    m_timeTableIds = std::move(ids);
+    m_timeTableSignature = std::move(signature);
     IndexTimeTables();
+    return same;
+}
 
-    XmlNode* root = m_eventsCfg ? m_eventsCfg->Root() : nullptr;
-    XmlNode* events = root ? root->Child(L"events") : nullptr;
-    void const* eventTag = m_eventsCfg ? m_eventsCfg->TagKey(L"event") : nullptr;
-    if (!events || !eventTag)
-        return;
+EventsListModel::Keys EventsListModel::KeyTags() const
+{
     // Tags are interned per document: comparing them as pointers reads each event in one
     // pass over its children. A tag that no element has yields null and matches nothing.
-    void const* nameTag = m_eventsCfg->TagKey(L"name");
-    void const* disabledTag = m_eventsCfg->TagKey(L"disabled");
-    void const* notifyTag = m_eventsCfg->TagKey(L"notify");
-    void const* recordTag = m_eventsCfg->TagKey(L"record");
-    void const* timeTableTag = m_eventsCfg->TagKey(L"timeTable");
+    return Keys{m_eventsCfg->TagKey(L"event"),    m_eventsCfg->TagKey(L"name"),
+                m_eventsCfg->TagKey(L"disabled"), m_eventsCfg->TagKey(L"notify"),
+                m_eventsCfg->TagKey(L"record"),   m_eventsCfg->TagKey(L"timeTable")};
+}
 
+void EventsListModel::ReadRow(XmlNode* event, Keys const& keys, Row& row)
+{
+    row = Row{};
+    row.event = event;
+    bool hasName = false, hasDisabled = false, hasNotify = false, hasRecord = false;
+    XmlNode const* timeTable = nullptr;
+    for (XmlNode const* key = event->FirstChild(); key; key = key->NextSibling()) {
+        void const* tag = key->TagKey();
+        if (tag == keys.name && !hasName) {
+            row.name = key->TextUtf8();
+            hasName = true;
+        } else if (tag == keys.disabled && !hasDisabled) {
+            row.disabled = key->TextUtf8() == "T";
+            hasDisabled = true;
+        } else if (tag == keys.notify && !hasNotify) {
+            row.notify = key->TextUtf8() == "T";
+            hasNotify = true;
+        } else if (tag == keys.record && !hasRecord) {
+            row.record = key->TextUtf8() == "T";
+            hasRecord = true;
+        } else if (tag == keys.timeTable && !timeTable) {
+            timeTable = key;
+        } else {
+            continue;
+        }
+        // The first of each key counts: once all five are found the rest cannot matter.
+        if (hasName && hasDisabled && hasNotify && hasRecord && timeTable)
+            break;
+    }
+    if (timeTable) {
+        auto const found = m_timeTableIds.find(timeTable->TextUtf8());
+        if (found != m_timeTableIds.end())
+            row.timeTable = found->second;
+    }
+    row.keyOffset = std::uint32_t(m_foldedNames.size());
+    AppendFoldedName(m_foldedNames, row.name);
+    row.keyLength = std::uint32_t(m_foldedNames.size() - row.keyOffset);
+}
+
+void EventsListModel::FillRows(XmlNode* events)
+{
+    m_rows.clear();
+    m_foldedNames.clear();
+    Keys const keys = m_eventsCfg ? KeyTags() : Keys{};
+    if (!events || !keys.event)
+        return;
     m_rows.reserve(std::size_t(events->Size()));
     m_foldedNames.reserve(std::size_t(events->Size()) * 16);
     // The walk waits on memory, not on work: each event's keys lie elsewhere than the
@@ -131,51 +190,96 @@ void EventsListModel::FillRows()
         ahead = ahead->NextSibling();
     for (XmlNode* event = events->FirstChild(); event; event = event->NextSibling()) {
         if (ahead) {
-            XmlNode const* keys = ahead->FirstChild();
-            __builtin_prefetch(keys);
-            if (keys)
-                __builtin_prefetch(keys->NextSibling());
+            XmlNode const* first = ahead->FirstChild();
+            __builtin_prefetch(first);
+            if (first)
+                __builtin_prefetch(first->NextSibling());
             ahead = ahead->NextSibling();
         }
-        if (event->TagKey() != eventTag)
+        if (event->TagKey() != keys.event)
             continue;
-        Row row;
-        row.event = event;
-        bool hasName = false, hasDisabled = false, hasNotify = false, hasRecord = false;
-        XmlNode const* timeTable = nullptr;
-        for (XmlNode const* key = event->FirstChild(); key; key = key->NextSibling()) {
-            void const* tag = key->TagKey();
-            if (tag == nameTag && !hasName) {
-                row.name = key->TextUtf8();
-                hasName = true;
-            } else if (tag == disabledTag && !hasDisabled) {
-                row.disabled = key->TextUtf8() == "T";
-                hasDisabled = true;
-            } else if (tag == notifyTag && !hasNotify) {
-                row.notify = key->TextUtf8() == "T";
-                hasNotify = true;
-            } else if (tag == recordTag && !hasRecord) {
-                row.record = key->TextUtf8() == "T";
-                hasRecord = true;
-            } else if (tag == timeTableTag && !timeTable) {
-                timeTable = key;
-            } else {
-                continue;
-            }
-            // The first of each key counts: once all five are found the rest cannot matter.
-            if (hasName && hasDisabled && hasNotify && hasRecord && timeTable)
-                break;
-        }
-        if (timeTable) {
-            auto const found = timeTableIds.find(timeTable->TextUtf8());
-            if (found != timeTableIds.end())
-                row.timeTable = found->second;
-        }
-        row.keyOffset = std::uint32_t(m_foldedNames.size());
-        AppendFoldedName(m_foldedNames, row.name);
-        row.keyLength = std::uint32_t(m_foldedNames.size() - row.keyOffset);
-        m_rows.push_back(row);
+        ReadRow(event, keys, m_rows.emplace_back());
     }
+}
+
+bool EventsListModel::RefillChanged(XmlNode* events, std::vector<XmlNode const*> const& changed)
+{
+    // The events in document order are matched with the rows of the last fill: the same
+    // element at the same place, or a few places on (the rows between were deleted).
+    // A row is read again when its event was noted as changed or is new; every other row
+    // is taken over as it was.
+    Keys const keys = KeyTags();
+    if (!keys.event)
+        return false;
+    std::unordered_set<XmlNode const*> const touched(changed.begin(), changed.end());
+    std::vector<Row> old = std::move(m_rows);
+    std::string oldNames = std::move(m_foldedNames);
+    m_rows.clear();
+    m_foldedNames.clear();
+    m_rows.reserve(std::size_t(events->Size()));
+    m_foldedNames.reserve(oldNames.size() + 64 * touched.size());
+    m_oldToNew.assign(old.size(), kNoRow);
+    m_fresh.clear();
+    std::size_t next = 0; // the first old row not matched yet
+    for (XmlNode* event = events->FirstChild(); event; event = event->NextSibling()) {
+        if (event->TagKey() != keys.event)
+            continue;
+        std::size_t match = kNoRow;
+        for (std::size_t k = next; k < old.size() && k < next + kLookAhead; ++k) {
+            if (old[k].event == event) {
+                match = k;
+                break;
+            }
+        }
+        std::uint32_t const index = std::uint32_t(m_rows.size());
+        Row& row = m_rows.emplace_back();
+        if (match != kNoRow) {
+            m_oldToNew[match] = index;
+            next = match + 1;
+        }
+        if (match == kNoRow || touched.count(event)) {
+            ReadRow(event, keys, row);
+            m_fresh.push_back(index);
+            if (match != kNoRow)
+                m_oldToNew[match] = kNoRow; // its place in the order is found again
+            if (m_fresh.size() > kMaxFresh)
+                return false;
+        } else {
+            row = old[match];
+            row.keyOffset = std::uint32_t(m_foldedNames.size());
+            m_foldedNames.append(oldNames, old[match].keyOffset, old[match].keyLength);
+        }
+    }
+    return true;
+}
+
+void EventsListModel::MergeChangedIntoOrder()
+{
+    // The rows taken over keep their order of the last sort (their names and their order
+    // in the document are unchanged); the rows read again are sorted apart and merged in.
+    std::vector<std::uint32_t> kept;
+    kept.reserve(m_rows.size());
+    for (std::uint32_t const oldIndex : m_byName) {
+        std::uint32_t const index = m_oldToNew[oldIndex];
+        if (index != kNoRow)
+            kept.push_back(index);
+    }
+    auto less = [this](std::uint32_t a, std::uint32_t b) {
+        if (int const order = NameKey(m_rows[a]).compare(NameKey(m_rows[b])))
+            return order < 0;
+        return a < b;
+    };
+    std::sort(m_fresh.begin(), m_fresh.end(), less);
+    m_byName.clear();
+    m_byName.reserve(m_rows.size());
+    auto from = kept.begin();
+    for (std::uint32_t const fresh : m_fresh) {
+        auto const to = std::lower_bound(from, kept.end(), fresh, less);
+        m_byName.insert(m_byName.end(), from, to);
+        m_byName.push_back(fresh);
+        from = to;
+    }
+    m_byName.insert(m_byName.end(), from, kept.end());
 }
 
 // Ranks the time tables' names, and "none" after them, so that equal texts share a rank.

@@ -6,6 +6,7 @@
 #include <QString>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 // The rows of the events list: one per `event` child of the document's `events` element,
@@ -24,7 +25,9 @@
 // equal texts fall back to column 0 ascending. The descending order is the ascending one
 // with the two rows swapped (equal texts fall back to column 0 descending). Rows equal in
 // both keep their document order in ascending and the reverse in descending.
-// A fill sorts the rows by name once (n log n); the other columns hold few distinct texts
+// After the first fill, a fill reads again only the events that the document noted as
+// changed (see XmlDocument::NoteChangesBelow) and merges them into the last order.
+// A full fill sorts the rows by name once (n log n); the other columns hold few distinct texts
 // (yes/no, the time tables' names), so a heading click orders the rows by rank in one
 // linear pass over the name order.
 class EventsListModel : public QAbstractTableModel {
@@ -85,7 +88,28 @@ private:
         std::string folded;
     };
 
-    void FillRows();
+    // The tags of an event's keys in the events document.
+    struct Keys {
+        void const* event = nullptr;
+        void const* name = nullptr;
+        void const* disabled = nullptr;
+        void const* notify = nullptr;
+        void const* record = nullptr;
+        void const* timeTable = nullptr;
+    };
+    static constexpr std::uint32_t kNoRow = 0xFFFFFFFFu;
+    static constexpr std::size_t kLookAhead = 64; // deleted rows skipped while matching
+    static constexpr std::size_t kMaxFresh = 2048; // past that a full fill is as quick
+
+    // Reads the time tables; true when they are what the last fill saw.
+    bool FillTimeTables();
+    Keys KeyTags() const;
+    void ReadRow(XmlDocument::XmlNode* event, Keys const& keys, Row& row);
+    void FillRows(XmlDocument::XmlNode* events);
+    // Reads again only the events noted as changed; false when that cannot be done (the
+    // rows are then left for a full fill).
+    bool RefillChanged(XmlDocument::XmlNode* events, std::vector<XmlDocument::XmlNode const*> const& changed);
+    void MergeChangedIntoOrder();
     void IndexTimeTables();
     void SortByName();
     void SortRows();
@@ -101,6 +125,11 @@ private:
     std::vector<std::uint32_t> m_order;  // indices of m_rows in the list's order
     std::string m_foldedNames;
     std::vector<TimeTable> m_timeTableNames;
+    std::unordered_map<std::string_view, int> m_timeTableIds; // id -> index of its name
+    std::string m_timeTableSignature; // ids and names, to tell whether they changed
+    XmlDocument::XmlNode const* m_filledEvents = nullptr;
+    std::vector<std::uint32_t> m_oldToNew; // while refilling: old row -> new row
+    std::vector<std::uint32_t> m_fresh;    // while refilling: the rows read again
     // Sort ranks of the time-table column: one per time table, then one for "none";
     // equal (folded) texts share a rank.
     std::vector<std::uint32_t> m_timeTableRanks;

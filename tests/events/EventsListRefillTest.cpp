@@ -1,0 +1,101 @@
+// A refill reads again only what the document noted as changed: after any kind of change
+// the list must show exactly what a list filled from scratch shows.
+#include "EventsTestDocs.h"
+#include "events/EventsListModel.h"
+
+#include <QAbstractItemModelTester>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+
+using namespace events_test;
+
+namespace {
+
+// Every row, every column, in the list's order.
+std::string Rows(EventsListModel const& model)
+{
+    std::string rows;
+    for (int row = 0; row < model.rowCount(); ++row) {
+        for (int column = 0; column < model.columnCount(); ++column)
+            rows += model.index(row, column).data().toString().toStdString() + "|";
+        rows += "\n";
+    }
+    return rows;
+}
+
+std::string FreshRows(XmlDocument* doc, XmlDocument const* tables, int sortColumn)
+{
+    EventsListModel fresh(doc, tables);
+    fresh.UpdateList();
+    if (sortColumn != 0)
+        fresh.ClickColumn(sortColumn);
+    return Rows(fresh);
+}
+
+} // namespace
+
+TEST(EventsListRefill, EveryChangeShowsAsAFullFillWould)
+{
+    XmlDocument doc, tables;
+    Load(tables, "<timeTables><days><day><id>D1</id><name>Office</name></day>"
+                 "<day><id>D2</id><name>Night</name></day></days><weeks/><calendars/></timeTables>");
+    std::string events = "<cfg><events>";
+    for (int i = 0; i < 300; ++i) {
+        std::string const name = "Event " + std::to_string(i % 7) + "-" + std::to_string(i);
+        events += Event(name, i % 3 ? "<timeTable>D1</timeTable><notify>T</notify>" : "<disabled>T</disabled>");
+    }
+    Load(doc, events + "</events><eventsGroups/></cfg>");
+    XmlNode* live = doc.Node(L"events");
+
+    EventsListModel model(&doc, &tables);
+    QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    model.UpdateList();
+    model.ClickColumn(2); // sorted by time table, falling back on names
+
+    auto nth = [&](int n) { return live->NodeV(L"event?id=ID-Event %d-%d?", n % 7, n); };
+    std::vector<std::pair<char const*, std::function<void()>>> const changes = {
+        {"rename to the front", [&] { nth(150)->SetValue(L"name", L"AAA first"); }},
+        {"rename to the same folded name", [&] { nth(151)->SetValue(L"name", L"aaa FIRST"); }},
+        {"toggle a flag", [&] { nth(10)->SetValue(L"disabled", L"T"); }},
+        {"change the time table", [&] { nth(11)->SetValue(L"timeTable", L"D2"); }},
+        {"delete one", [&] { live->RemoveChild(nth(12)); }},
+        {"delete a block", [&] { for (int i = 20; i < 120; ++i) live->RemoveChild(nth(i)); }},
+        {"append", [&] { live->NewChild(L"event")->SetValue(L"name", L"Zulu"); }},
+        {"insert in the middle", [&] {
+             XmlNode* added = live->NewChild(L"event", nth(200));
+             added->SetValue(L"name", L"Middle");
+         }},
+        {"a key removed", [&] { nth(201)->EraseTag(L"timeTable"); }},
+        {"through a working copy", [&] {
+             XmlDocument copy(*live);
+             copy.Root()->Node(L"event?name=Zulu?")->SetValue(L"name", L"Yankee");
+             copy.Root()->RemoveChild(copy.Root()->Node(L"event?name=Middle?"));
+             copy.Root()->NewChild(L"event")->SetValue(L"name", L"Xray");
+             *live = *copy.Root();
+         }},
+        {"an undone journal", [&] {
+             doc.BeginJournal();
+             live->RemoveChild(nth(250));
+             nth(251)->SetValue(L"name", L"Gone soon");
+             doc.UndoJournal();
+         }},
+    };
+    for (auto const& [what, change] : changes) {
+        model.Clear();
+        change();
+        model.UpdateList();
+        EXPECT_EQ(Rows(model), FreshRows(&doc, &tables, 2)) << what;
+    }
+    model.ClickColumn(0);
+    EXPECT_EQ(Rows(model), FreshRows(&doc, &tables, 0));
+
+    // The time tables change between two fills: every row's time table is read again.
+    tables.Node(L"days/day?id=D1?")->SetValue(L"name", L"Office hours");
+    model.ClickColumn(2);
+    model.Clear();
+    nth(3)->SetValue(L"notify", L"T");
+    model.UpdateList();
+    EXPECT_EQ(Rows(model), FreshRows(&doc, &tables, 2));
+}
