@@ -75,9 +75,13 @@ public:
     XmlNode* Root() const { return m_root; }
     bool TextTooLong() const { return m_textTooLong; }
 
+    // Each level of the tree gets an arena of its own: the events lie side by side, and so
+    // do all their properties, in document order, which is how lists read them.
+    unsigned Arena() const { return static_cast<unsigned>(m_open.size()); }
+
     void StartElement(std::string_view name) override
     {
-        XmlNode* node = Tree::NewNode(m_storage, m_tags.Get(name, m_scratch));
+        XmlNode* node = Tree::NewNode(m_storage, m_tags.Get(name, m_scratch), Arena());
         if (m_open.empty())
             m_root = node;
         else
@@ -88,9 +92,9 @@ public:
     void Attribute(std::string_view name, std::string_view value) override
     {
         XmlNode* parent = m_open.back();
-        XmlNode* property = Tree::NewNode(m_storage, m_tags.Get(name, m_scratch));
+        XmlNode* property = Tree::NewNode(m_storage, m_tags.Get(name, m_scratch), Arena());
         Tree::Link(parent, property, Tree::LastChild(parent));
-        Tree::SetText(m_storage, property, CleanText(value, m_scratch));
+        Tree::SetText(m_storage, property, CleanText(value, m_scratch), Arena());
     }
 
     void Text(std::string_view text) override
@@ -103,13 +107,14 @@ public:
             m_textTooLong = true;
             return;
         }
+        unsigned const arena = Arena() - 1;
         if (before.empty()) {
-            Tree::SetText(m_storage, node, text);
+            Tree::SetText(m_storage, node, text, arena);
             return;
         }
         m_joined.assign(before);
         m_joined.append(text);
-        Tree::SetText(m_storage, node, m_joined);
+        Tree::SetText(m_storage, node, m_joined, arena);
     }
 
     void EndElement() override

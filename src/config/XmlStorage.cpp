@@ -121,30 +121,32 @@ void Storage::FreeBlock(Block const& block)
         std::free(block.memory);
 }
 
-void Storage::NewSlotChunk()
+void Storage::NewSlotChunk(unsigned arena)
 {
-    std::size_t const size = NextChunkSize(m_slotChunks.size());
+    std::size_t const size = NextChunkSize(m_arenas[arena].slotChunks++);
     void* chunk = AllocBlock(size);
     m_slotChunks.push_back({chunk, size, size >= kMaxChunkSize});
-    m_slotCursor = static_cast<std::byte*>(chunk);
-    m_slotEnd = m_slotCursor + size;
+    m_arenas[arena].slotCursor = static_cast<std::byte*>(chunk);
+    m_arenas[arena].slotEnd = m_arenas[arena].slotCursor + size;
 }
 
-void* Storage::NewSlot()
+void* Storage::NewSlot(unsigned arena)
 {
     if (m_freeSlots) {
         void* slot = m_freeSlots;
         std::memcpy(&m_freeSlots, slot, sizeof(void*));
         return slot;
     }
-    if (m_slotCursor == m_slotEnd)
-        NewSlotChunk();
-    if ((reinterpret_cast<std::uintptr_t>(m_slotCursor) & (kBlockSize - 1)) == 0) {
-        new (m_slotCursor) ChunkHeader{this};
-        m_slotCursor += kSlotSize;
+    arena = arena < kArenas ? arena : kArenas - 1;
+    Arena& from = m_arenas[arena];
+    if (from.slotCursor == from.slotEnd)
+        NewSlotChunk(arena);
+    if ((reinterpret_cast<std::uintptr_t>(from.slotCursor) & (kBlockSize - 1)) == 0) {
+        new (from.slotCursor) ChunkHeader{this};
+        from.slotCursor += kSlotSize;
     }
-    void* slot = m_slotCursor;
-    m_slotCursor += kSlotSize;
+    void* slot = from.slotCursor;
+    from.slotCursor += kSlotSize;
     return slot;
 }
 
@@ -165,7 +167,7 @@ bool Storage::FitsInPlace(std::size_t oldLength, std::size_t newLength)
         && RoundedTextSize(newLength) <= kTextClasses * kTextClassStep;
 }
 
-char* Storage::AllocText(std::size_t length)
+char* Storage::AllocText(std::size_t length, unsigned arena)
 {
     std::size_t const rounded = RoundedTextSize(length);
     std::size_t const cls = rounded / kTextClassStep - 1;
@@ -181,15 +183,16 @@ char* Storage::AllocText(std::size_t length)
         std::memcpy(&m_freeTexts[cls], reused, sizeof(void*));
         return static_cast<char*>(reused);
     }
-    if (static_cast<std::size_t>(m_textEnd - m_textCursor) < rounded) {
-        std::size_t const size = NextChunkSize(m_textBlocks.size());
+    Arena& from = m_arenas[arena < kArenas ? arena : kArenas - 1];
+    if (static_cast<std::size_t>(from.textEnd - from.textCursor) < rounded) {
+        std::size_t const size = NextChunkSize(from.textChunks++);
         char* chunk = static_cast<char*>(AllocBlock(size));
         m_textBlocks.push_back({chunk, size, size >= kMaxChunkSize});
-        m_textCursor = chunk;
-        m_textEnd = chunk + size;
+        from.textCursor = chunk;
+        from.textEnd = chunk + size;
     }
-    char* text = m_textCursor;
-    m_textCursor += rounded;
+    char* text = from.textCursor;
+    from.textCursor += rounded;
     return text;
 }
 

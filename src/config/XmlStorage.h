@@ -37,12 +37,18 @@ public:
     // The storage of a slot handed out by NewSlot (or of any address inside one).
     static Storage* Of(void const* slot);
 
+    // Slots and texts come from one of kArenas arenas, each filling its own chunks in
+    // order: what is allocated in the same arena lies side by side. A reader that walks
+    // the tree level by level then reads memory in order (the parser puts each level of
+    // the tree in an arena of its own).
+    static constexpr unsigned kArenas = 8;
+
     // A slot of kSlotSize bytes, uninitialised. Throws std::bad_alloc when memory runs out.
-    void* NewSlot();
+    void* NewSlot(unsigned arena = 0);
     void FreeSlot(void* slot);
 
     // Text bytes of that length (not terminated); FreeText takes the same length back.
-    char* AllocText(std::size_t length);
+    char* AllocText(std::size_t length, unsigned arena = 0);
     void FreeText(char* text, std::size_t length);
     // Whether a text of newLength may be written over one of oldLength where it stands.
     static bool FitsInPlace(std::size_t oldLength, std::size_t newLength);
@@ -60,7 +66,7 @@ public:
 
 private:
     static std::size_t RoundedTextSize(std::size_t length);
-    void NewSlotChunk();
+    void NewSlotChunk(unsigned arena);
     // A block of `size` bytes aligned to kBlockSize. Large blocks are mapped directly and,
     // when their storage closes, kept for the next one: faulting fresh pages in (and the
     // kernel zeroing them) would otherwise dominate loading and copying a large document.
@@ -84,11 +90,15 @@ private:
     std::vector<Block> m_textBlocks;
     std::size_t m_blockBytes = 0;
     void* m_freeSlots = nullptr;
-    std::byte* m_slotCursor = nullptr;
-    std::byte* m_slotEnd = nullptr;
-
-    char* m_textCursor = nullptr;
-    char* m_textEnd = nullptr;
+    struct Arena {
+        std::byte* slotCursor = nullptr;
+        std::byte* slotEnd = nullptr;
+        char* textCursor = nullptr;
+        char* textEnd = nullptr;
+        std::size_t slotChunks = 0; // chunks taken so far: each arena grows on its own
+        std::size_t textChunks = 0;
+    };
+    Arena m_arenas[kArenas];
     void* m_freeTexts[kTextClasses] = {};
     std::unordered_set<char*> m_largeTexts;
     std::size_t m_largeTextBytes = 0;

@@ -34,9 +34,9 @@ Links& Tree::EnsureLinks(XmlDocument& doc)
     return *doc.m_links;
 }
 
-XmlNode* Tree::NewNode(Storage& storage, TagRecord const* tag)
+XmlNode* Tree::NewNode(Storage& storage, TagRecord const* tag, unsigned arena)
 {
-    auto* node = new (storage.NewSlot()) XmlNode();
+    auto* node = new (storage.NewSlot(arena)) XmlNode();
     node->m_tag = tag;
     return node;
 }
@@ -126,7 +126,7 @@ XmlNode* Tree::LastChild(XmlNode const* parent)
     return parent->m_first ? parent->m_first->m_prevCyclic : nullptr;
 }
 
-void Tree::SetText(Storage& storage, XmlNode* node, std::string_view utf8)
+void Tree::SetText(Storage& storage, XmlNode* node, std::string_view utf8, unsigned arena)
 {
     if (node->TextUtf8() == utf8)
         return;
@@ -136,7 +136,7 @@ void Tree::SetText(Storage& storage, XmlNode* node, std::string_view utf8)
         node->m_textLength = static_cast<std::uint32_t>(utf8.size());
         return;
     }
-    char* text = utf8.empty() ? nullptr : storage.AllocText(utf8.size());
+    char* text = utf8.empty() ? nullptr : storage.AllocText(utf8.size(), arena);
     if (text)
         std::memcpy(text, utf8.data(), utf8.size());
     if (node->m_text)

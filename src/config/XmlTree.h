@@ -59,14 +59,14 @@ public:
     static XmlNode*& RootOf(XmlDocument& doc) { return doc.m_root; }
     static std::unique_ptr<Storage>& StorageOf(XmlDocument& doc) { return doc.m_storage; }
 
-    static XmlNode* NewNode(Storage& storage, TagRecord const* tag);
+    static XmlNode* NewNode(Storage& storage, TagRecord const* tag, unsigned arena = 0);
     // Frees the node and everything below it (not linked any more), without recursion.
     static void Destroy(Storage& storage, XmlNode* node);
     // Links child after `previous` (null: as the first child).
     static void Link(XmlNode* parent, XmlNode* child, XmlNode* previous);
     static void Unlink(XmlNode* child);
     static XmlNode* LastChild(XmlNode const* parent);
-    static void SetText(Storage& storage, XmlNode* node, std::string_view utf8);
+    static void SetText(Storage& storage, XmlNode* node, std::string_view utf8, unsigned arena = 0);
     static std::wstring const& WideText(XmlNode const* node);
 
     // Lazy elements (XmlLazyCopy.cpp).

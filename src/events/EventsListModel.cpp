@@ -309,21 +309,31 @@ std::string_view EventsListModel::NameKey(Row const& row) const
 
 void EventsListModel::SortByName()
 {
+    // Names often share long beginnings ("PLC3_PUMP_12_..."): the first 24 bytes are kept
+    // in the key itself, so that most comparisons never reach the names' texts.
     struct Key {
-        std::uint64_t prefix;
+        std::uint64_t prefix[3];
         std::string_view name;
         std::uint32_t index;
     };
     std::vector<Key> keys(m_rows.size());
     for (std::size_t i = 0; i < m_rows.size(); ++i) {
         std::string_view const name = NameKey(m_rows[i]);
-        keys[i] = Key{Prefix(name), name, std::uint32_t(i)};
+        Key& key = keys[i];
+        for (std::size_t part = 0; part < 3; ++part)
+            key.prefix[part] = Prefix(part * 8 < name.size() ? name.substr(part * 8) : std::string_view());
+        key.name = name;
+        key.index = std::uint32_t(i);
     }
     std::sort(keys.begin(), keys.end(), [](Key const& a, Key const& b) {
-        if (a.prefix != b.prefix)
-            return a.prefix < b.prefix;
-        if (int const order = a.name.compare(b.name))
-            return order < 0;
+        for (std::size_t part = 0; part < 3; ++part) {
+            if (a.prefix[part] != b.prefix[part])
+                return a.prefix[part] < b.prefix[part];
+        }
+        if (a.name.size() > 24 || b.name.size() > 24) {
+            if (int const order = a.name.compare(b.name))
+                return order < 0;
+        }
         return a.index < b.index;
     });
     m_byName.resize(keys.size());
