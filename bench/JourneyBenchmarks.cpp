@@ -61,17 +61,31 @@ void BM_JourneyOpenProject(benchmark::State& state)
     }
 }
 
-// Events > Events list until the list reaches the modal runner, initialised and filled.
-void BM_JourneyOpenEventsList(benchmark::State& state)
+// Opens a window on the benchmark's project (outside the timing), then runs `session`
+// once per iteration: it scripts the dialogs, runs the host's step, starts and stops the
+// timer around what is measured and reports what went wrong through script.Fail.
+template <class Session>
+void EachSession(benchmark::State& state, Session session)
 {
     JourneyScript script;
     JourneyWindow window;
     if (!OpenWindow(state, window))
         return;
-    int const events = FolderOf(state).Events();
     StepTimer timer(state);
     for (auto _ : state) {
         timer.BeginIteration();
+        session(script, window, timer);
+        timer.EndIteration();
+        if (!WentAsScripted(state, script, timer))
+            break;
+    }
+}
+
+// Events > Events list until the list reaches the modal runner, initialised and filled.
+void BM_JourneyOpenEventsList(benchmark::State& state)
+{
+    int const events = FolderOf(state).Events();
+    EachSession(state, [&](JourneyScript& script, JourneyWindow& window, StepTimer& timer) {
         script.ThenAs<ZoEDlgEventsCfg>([&](ZoEDlgEventsCfg& list) {
             timer.Stop();
             if (ListRowCount(list) != events)
@@ -80,22 +94,13 @@ void BM_JourneyOpenEventsList(benchmark::State& state)
         });
         timer.Start();
         window.Window().OnEventsList();
-        timer.EndIteration();
-        if (!WentAsScripted(state, script, timer))
-            break;
-    }
+    });
 }
 
 // In the list: Modify on the middle row until the event editor reaches the modal runner.
 void BM_JourneyModifyOpenEditor(benchmark::State& state)
 {
-    JourneyScript script;
-    JourneyWindow window;
-    if (!OpenWindow(state, window))
-        return;
-    StepTimer timer(state);
-    for (auto _ : state) {
-        timer.BeginIteration();
+    EachSession(state, [&](JourneyScript& script, JourneyWindow& window, StepTimer& timer) {
         script.ThenAs<ZoEDlgEventsCfg>([&](ZoEDlgEventsCfg& list) {
             SelectMiddleRow(script, list);
             script.ThenAs<ZoEDlgEventCfg>([&](ZoEDlgEventCfg& editor) {
@@ -107,23 +112,14 @@ void BM_JourneyModifyOpenEditor(benchmark::State& state)
             return ClickButton(script, list, "cancelButton");
         });
         window.Window().OnEventsList();
-        timer.EndIteration();
-        if (!WentAsScripted(state, script, timer))
-            break;
-    }
+    });
 }
 
 // In the editor, with the description changed: OK until the list's Modify has returned
 // (the change is in the list's document, the list refilled and the row selected again).
 void BM_JourneyModifyCommit(benchmark::State& state)
 {
-    JourneyScript script;
-    JourneyWindow window;
-    if (!OpenWindow(state, window))
-        return;
-    StepTimer timer(state);
-    for (auto _ : state) {
-        timer.BeginIteration();
+    EachSession(state, [&](JourneyScript& script, JourneyWindow& window, StepTimer& timer) {
         script.ThenAs<ZoEDlgEventsCfg>([&](ZoEDlgEventsCfg& list) {
             ModifyMiddleDescription(script, list, NextDescription(), [&] { timer.Start(); });
             timer.Stop();
@@ -132,24 +128,15 @@ void BM_JourneyModifyCommit(benchmark::State& state)
             return ClickButton(script, list, "cancelButton");
         });
         window.Window().OnEventsList();
-        timer.EndIteration();
-        if (!WentAsScripted(state, script, timer))
-            break;
-    }
+    });
 }
 
 // In the list: Delete on the middle row (answered Yes), then Cancel, until the host has put
 // the documents back and OnEventsList has returned.
 void BM_JourneyDeleteCancel(benchmark::State& state)
 {
-    JourneyScript script;
-    JourneyWindow window;
-    if (!OpenWindow(state, window))
-        return;
-    int const events = window.EventCount();
-    StepTimer timer(state);
-    for (auto _ : state) {
-        timer.BeginIteration();
+    int const events = FolderOf(state).Events();
+    EachSession(state, [&](JourneyScript& script, JourneyWindow& window, StepTimer& timer) {
         script.ForgetMessages();
         script.ThenAs<ZoEDlgEventsCfg>([&](ZoEDlgEventsCfg& list) {
             SelectMiddleRow(script, list);
@@ -161,28 +148,19 @@ void BM_JourneyDeleteCancel(benchmark::State& state)
         });
         window.Window().OnEventsList();
         timer.Stop();
-        timer.EndIteration();
         if (script.Asked(kDeleteQuestion) != 1)
             script.Fail("the list did not ask before deleting");
         if (window.EventCount() != events)
             script.Fail("Cancel did not put the deleted event back");
-        if (!WentAsScripted(state, script, timer))
-            break;
-    }
+    });
 }
 
 // In the list, after a real change (a description, through the editor): OK until
 // OnEventsList has returned, the events and devices files saved atomically.
 void BM_JourneySave(benchmark::State& state)
 {
-    JourneyScript script;
-    JourneyWindow window;
-    if (!OpenWindow(state, window))
-        return;
-    StepTimer timer(state);
     QString description;
-    for (auto _ : state) {
-        timer.BeginIteration();
+    EachSession(state, [&](JourneyScript& script, JourneyWindow& window, StepTimer& timer) {
         description = NextDescription();
         int listResult = QDialog::Rejected;
         script.ThenAs<ZoEDlgEventsCfg>([&](ZoEDlgEventsCfg& list) {
@@ -193,14 +171,11 @@ void BM_JourneySave(benchmark::State& state)
         });
         window.Window().OnEventsList();
         timer.Stop();
-        timer.EndIteration();
         if (listResult != QDialog::Accepted)
             script.Fail("the events list did not end with OK after a change");
         else if (window.Window().HasUnsavedChanges())
             script.Fail("the host did not save the changed documents");
-        if (!WentAsScripted(state, script, timer))
-            break;
-    }
+    });
     // Once, after the run: the file on disk holds the last change.
     QFile events(FolderOf(state).FilePath(zo::project::ProjectDoc::Events));
     if (!state.error_occurred() && events.open(QIODevice::ReadOnly)

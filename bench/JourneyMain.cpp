@@ -1,17 +1,7 @@
-// The journey benchmarks' main: the host's window needs a GUI application; it runs
-// offscreen unless a platform is chosen.
-#include <QApplication>
-#include <benchmark/benchmark.h>
+// The journey benchmarks' main.
+#include "BenchApp.h"
 
 int main(int argc, char** argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return zo::bench::RunBenchmarks(argc, argv);
 }

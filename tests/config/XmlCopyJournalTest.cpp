@@ -2,6 +2,7 @@
 // assignment back, and the undo journal: each must behave exactly like a full copy and a
 // full snapshot would.
 #include "config/XmlDocument.h"
+#include "support/XmlText.h"
 
 #include <gtest/gtest.h>
 
@@ -12,13 +13,6 @@
 using XmlNode = XmlDocument::XmlNode;
 
 namespace {
-
-std::string Xml(XmlNode const* node)
-{
-    std::string out;
-    node->CreateXmlCode(out);
-    return out;
-}
 
 char const* const kProject =
     "<cfg><events>"

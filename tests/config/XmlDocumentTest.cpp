@@ -1,4 +1,5 @@
 #include "config/XmlDocument.h"
+#include "support/XmlText.h"
 #include "platform/tools/ZoUtf.h"
 
 #include <gtest/gtest.h>
@@ -8,13 +9,6 @@
 using XmlNode = XmlDocument::XmlNode;
 
 namespace {
-
-std::string Xml(XmlNode const* node)
-{
-    std::string out;
-    node->CreateXmlCode(out);
-    return out;
-}
 
 XmlDocument& Load(XmlDocument& doc, char const* text)
 {
