@@ -99,3 +99,19 @@ TEST(EventsListRefill, EveryChangeShowsAsAFullFillWould)
     model.UpdateList();
     EXPECT_EQ(Rows(model), FreshRows(&doc, &tables, 2));
 }
+
+// Names alike for their first 40 bytes and more are still ordered by their whole text,
+// without regard to case, and equal names keep their order in the document.
+TEST(EventsListRefill, LongNamesSortByTheirWholeText)
+{
+    std::string const common = "PLC3_PUMP_STATION_NORTH_PRESSURE_SENSOR_BANK_";
+    XmlDocument doc;
+    Load(doc, EventsCfg({Event(common + "B"), Event(common + "a2"), Event("plc3"), Event(common + "A"),
+                         Event(common + "a"), Event(common.substr(0, 40))}));
+    EventsListModel model(&doc, nullptr);
+    model.UpdateList();
+    std::string names;
+    for (int row = 0; row < model.rowCount(); ++row)
+        names += std::to_string(model.PositionAt(row)) + " ";
+    EXPECT_EQ(names, "2 5 3 4 1 0 ");
+}
