@@ -105,14 +105,6 @@ inline Byte const* Skip(Byte const* p, Byte const* end)
     return p;
 }
 
-bool IsWhitespaceOnly(std::string_view text)
-{
-    for (char c : text)
-        if (c != ' ' && c != '\t' && c != '\n' && c != '\r')
-            return false;
-    return true;
-}
-
 // Appends code point `code` in UTF-8 form. Values beyond U+10FFFF keep the four-byte form
 // with the lead byte's excess bits cut off, as documents have always been read.
 void AppendCodePoint(std::string& out, std::uint32_t code)
@@ -661,6 +653,14 @@ Byte const* Scanner::Reference(Byte const* amp, std::string& out, std::size_t& c
 }
 
 } // namespace
+
+bool IsWhitespaceOnly(std::string_view text)
+{
+    for (char c : text)
+        if (c != ' ' && c != '\t' && c != '\n' && c != '\r')
+            return false;
+    return true;
+}
 
 ScanResult ScanXml(char const* data, std::size_t length, ScanHandler& handler)
 {

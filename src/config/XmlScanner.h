@@ -54,6 +54,10 @@ struct ScanResult {
     std::size_t offset = 0; // the byte offset where scanning stopped when !ok
 };
 
+// Whether a text is blanks only (space, tab, line feed, carriage return): such text between
+// elements is what the scanner drops, and what a writer must not leave bare.
+bool IsWhitespaceOnly(std::string_view text);
+
 // Scans data[0, length). The views handed to the handler are valid only during the call.
 // On failure the handler may already have received events for the part before the error:
 // whatever it built must be discarded.

@@ -1,21 +1,15 @@
 // The XML text of an element: compact, or indented in a form that reads back as the same
 // tree.
+#include "XmlScanner.h"
 #include "XmlTree.h"
 
 #include <cstdio>
 
+using zo::xml::IsWhitespaceOnly;
 using zo::xml::TagRecord;
 using XmlNode = XmlDocument::XmlNode;
 
 namespace {
-
-bool IsWhitespaceOnly(std::string_view text)
-{
-    for (char c : text)
-        if (c != ' ' && c != '\t' && c != '\n' && c != '\r')
-            return false;
-    return true;
-}
 
 void AppendEscaped(std::string& out, std::string_view text)
 {
