@@ -67,6 +67,29 @@ void const* XmlDocument::TagKey(std::wstring_view tag) const
     return m_storage ? m_storage->FindTagWide(tag) : nullptr;
 }
 
+// Change notes: Edit notes the watched element's children that a change reaches.
+void XmlDocument::NoteChangesBelow(XmlNode const* parent)
+{
+    if (!m_storage)
+        return;
+    zo::xml::Links& links = Tree::EnsureLinks(*this);
+    links.noted.clear();
+    links.notesLost = false;
+    links.watched = parent;
+}
+
+bool XmlDocument::TakeChangedChildren(XmlNode const* parent, std::vector<XmlNode const*>& changed)
+{
+    changed.clear();
+    if (!m_links || !parent || m_links->watched != parent)
+        return false;
+    bool const known = !m_links->notesLost;
+    changed.swap(m_links->noted);
+    m_links->noted.clear();
+    m_links->notesLost = false;
+    return known;
+}
+
 // ---------------------------------------------------------------------------------------
 // Elements
 

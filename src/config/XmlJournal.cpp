@@ -74,28 +74,6 @@ bool XmlDocument::JournalHasChanges() const
     return m_links && m_links->journaling && !m_links->journal.empty();
 }
 
-void XmlDocument::NoteChangesBelow(XmlNode const* parent)
-{
-    if (!m_storage)
-        return;
-    zo::xml::Links& links = zo::xml::Tree::EnsureLinks(*this);
-    links.noted.clear();
-    links.notesLost = false;
-    links.watched = parent;
-}
-
-bool XmlDocument::TakeChangedChildren(XmlNode const* parent, std::vector<XmlNode const*>& changed)
-{
-    changed.clear();
-    if (!m_links || !parent || m_links->watched != parent)
-        return false;
-    bool const known = !m_links->notesLost;
-    changed.swap(m_links->noted);
-    m_links->noted.clear();
-    m_links->notesLost = false;
-    return known;
-}
-
 void XmlDocument::UndoJournal()
 {
     zo::xml::Tree::UndoJournal(*this);

@@ -96,11 +96,7 @@ void Tree::Detach(XmlDocument& borrower)
                 pending.push_back(child);
         }
     }
-    Links* lenderLinks = LinksOf(*links->lender);
-    auto& borrowers = lenderLinks->borrowers;
-    borrowers.erase(std::remove(borrowers.begin(), borrowers.end(), &borrower), borrowers.end());
-    links->lender = nullptr;
-    links->origins.clear();
+    StopBorrowing(borrower);
 }
 
 void Tree::DetachBorrowers(XmlDocument& doc, XmlDocument const* except)
@@ -121,6 +117,14 @@ void Tree::Unlink(XmlDocument& doc)
     if (!links)
         return;
     DetachBorrowers(doc, nullptr);
+    StopBorrowing(doc);
+}
+
+void Tree::StopBorrowing(XmlDocument& doc)
+{
+    Links* links = LinksOf(doc);
+    if (!links)
+        return;
     if (links->lender) {
         auto& borrowers = LinksOf(*links->lender)->borrowers;
         borrowers.erase(std::remove(borrowers.begin(), borrowers.end(), &doc), borrowers.end());

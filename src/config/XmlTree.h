@@ -45,8 +45,8 @@ struct Links {
     bool notesLost = false;
 };
 
-// Structure without bookkeeping, for nodes whose document no journal or copy watches, and
-// for the journal itself.
+// The tree's own operations: structure without bookkeeping (for nodes that no journal,
+// copy or note needs to hear of, and for the journal itself), lazy copies and the journal.
 class Tree {
 public:
     static Storage& StorageOf(XmlNode const* node) { return *Storage::Of(node); }
@@ -56,8 +56,6 @@ public:
     }
     static Links* LinksOf(XmlDocument const& doc) { return doc.m_links.get(); }
     static Links& EnsureLinks(XmlDocument& doc);
-    static XmlNode*& RootOf(XmlDocument& doc) { return doc.m_root; }
-    static std::unique_ptr<Storage>& StorageOf(XmlDocument& doc) { return doc.m_storage; }
 
     static XmlNode* NewNode(Storage& storage, TagRecord const* tag, unsigned arena = 0);
     // Frees the node and everything below it (not linked any more), without recursion.
@@ -90,6 +88,8 @@ public:
     static void DetachBorrowers(XmlDocument& doc, XmlDocument const* except);
     // Ends all borrowing from and by doc (before doc is emptied or destroyed).
     static void Unlink(XmlDocument& doc);
+    // Ends doc's own borrowing, whatever its lazy elements still read.
+    static void StopBorrowing(XmlDocument& doc);
 
     // Journal (XmlJournal.cpp).
     static void UndoJournal(XmlDocument& doc);
