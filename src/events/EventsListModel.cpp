@@ -20,8 +20,6 @@ std::string FoldedText(QString const& text)
 // and calendars; they are read in that order and the first element with an id wins.
 using TimeTableIds = std::unordered_map<std::string_view, int>;
 
-constexpr int kPrefetchDistance = 4;
-
 // The first 8 bytes of a folded name, big-endian and zero-padded: comparing two of them
 // as integers orders the names as their first bytes do, without touching the texts.
 std::uint64_t Prefix(std::string_view key)
@@ -67,8 +65,9 @@ void EventsListModel::UpdateList()
     // document notes them. The rows then are exactly those of a full fill.
     bool const incremental = sameTables && events && events == m_filledEvents && !m_rows.empty()
         && m_eventsCfg->TakeChangedChildren(events, changed);
-    if (incremental && RefillChanged(events, changed)) {
-        MergeChangedIntoOrder();
+    Refill refill;
+    if (incremental && RefillChanged(events, changed, refill)) {
+        MergeChangedIntoOrder(refill);
     } else {
         FillRows(events);
         SortByName();
@@ -188,27 +187,16 @@ void EventsListModel::FillRows(XmlNode* events)
         return;
     m_rows.reserve(std::size_t(events->Size()));
     m_foldedNames.reserve(std::size_t(events->Size()) * 16);
-    // The walk waits on memory, not on work: each event's keys lie elsewhere than the
-    // event itself. Asking early for the first keys of the events a few rows ahead lets
-    // those loads overlap with the work on this one.
-    XmlNode* ahead = events->FirstChild();
-    for (int i = 0; ahead && i < kPrefetchDistance; ++i)
-        ahead = ahead->NextSibling();
+    // The parser laid the events and their keys out in document order: this walk reads
+    // memory in sequence.
     for (XmlNode* event = events->FirstChild(); event; event = event->NextSibling()) {
-        if (ahead) {
-            XmlNode const* first = ahead->FirstChild();
-            __builtin_prefetch(first);
-            if (first)
-                __builtin_prefetch(first->NextSibling());
-            ahead = ahead->NextSibling();
-        }
         if (event->TagKey() != keys.event)
             continue;
         ReadRow(event, keys, m_rows.emplace_back());
     }
 }
 
-bool EventsListModel::RefillChanged(XmlNode* events, std::vector<XmlNode const*> const& changed)
+bool EventsListModel::RefillChanged(XmlNode* events, std::vector<XmlNode const*> const& changed, Refill& refill)
 {
     // The events in document order are matched with the rows of the last fill: the same
     // element at the same place, or a few places on (the rows between were deleted).
@@ -224,8 +212,8 @@ bool EventsListModel::RefillChanged(XmlNode* events, std::vector<XmlNode const*>
     m_foldedNames.clear();
     m_rows.reserve(std::size_t(events->Size()));
     m_foldedNames.reserve(oldNames.size() + 64 * touched.size());
-    m_oldToNew.assign(old.size(), kNoRow);
-    m_fresh.clear();
+    refill.oldToNew.assign(old.size(), kNoRow);
+    refill.fresh.clear();
     std::size_t next = 0; // the first old row not matched yet
     for (XmlNode* event = events->FirstChild(); event; event = event->NextSibling()) {
         if (event->TagKey() != keys.event)
@@ -240,15 +228,15 @@ bool EventsListModel::RefillChanged(XmlNode* events, std::vector<XmlNode const*>
         std::uint32_t const index = std::uint32_t(m_rows.size());
         Row& row = m_rows.emplace_back();
         if (match != kNoRow) {
-            m_oldToNew[match] = index;
+            refill.oldToNew[match] = index;
             next = match + 1;
         }
         if (match == kNoRow || touched.count(event)) {
             ReadRow(event, keys, row);
-            m_fresh.push_back(index);
+            refill.fresh.push_back(index);
             if (match != kNoRow)
-                m_oldToNew[match] = kNoRow; // its place in the order is found again
-            if (m_fresh.size() > kMaxFresh)
+                refill.oldToNew[match] = kNoRow; // its place in the order is found again
+            if (refill.fresh.size() > kMaxFresh)
                 return false;
         } else {
             row = old[match];
@@ -259,14 +247,14 @@ bool EventsListModel::RefillChanged(XmlNode* events, std::vector<XmlNode const*>
     return true;
 }
 
-void EventsListModel::MergeChangedIntoOrder()
+void EventsListModel::MergeChangedIntoOrder(Refill& refill)
 {
     // The rows taken over keep their order of the last sort (their names and their order
     // in the document are unchanged); the rows read again are sorted apart and merged in.
     std::vector<std::uint32_t> kept;
     kept.reserve(m_rows.size());
     for (std::uint32_t const oldIndex : m_byName) {
-        std::uint32_t const index = m_oldToNew[oldIndex];
+        std::uint32_t const index = refill.oldToNew[oldIndex];
         if (index != kNoRow)
             kept.push_back(index);
     }
@@ -275,11 +263,11 @@ void EventsListModel::MergeChangedIntoOrder()
             return order < 0;
         return a < b;
     };
-    std::sort(m_fresh.begin(), m_fresh.end(), less);
+    std::sort(refill.fresh.begin(), refill.fresh.end(), less);
     m_byName.clear();
     m_byName.reserve(m_rows.size());
     auto from = kept.begin();
-    for (std::uint32_t const fresh : m_fresh) {
+    for (std::uint32_t const fresh : refill.fresh) {
         auto const to = std::lower_bound(from, kept.end(), fresh, less);
         m_byName.insert(m_byName.end(), from, to);
         m_byName.push_back(fresh);

@@ -108,8 +108,15 @@ private:
     void FillRows(XmlDocument::XmlNode* events);
     // Reads again only the events noted as changed; false when that cannot be done (the
     // rows are then left for a full fill).
-    bool RefillChanged(XmlDocument::XmlNode* events, std::vector<XmlDocument::XmlNode const*> const& changed);
-    void MergeChangedIntoOrder();
+    // What a refill hands to the merge: for each row of the last fill, its row now (kNoRow
+    // when it went or was read again), and the rows read again.
+    struct Refill {
+        std::vector<std::uint32_t> oldToNew;
+        std::vector<std::uint32_t> fresh;
+    };
+    bool RefillChanged(XmlDocument::XmlNode* events, std::vector<XmlDocument::XmlNode const*> const& changed,
+                       Refill& refill);
+    void MergeChangedIntoOrder(Refill& refill);
     void IndexTimeTables();
     void SortByName();
     void SortRows();
@@ -128,8 +135,6 @@ private:
     std::unordered_map<std::string_view, int> m_timeTableIds; // id -> index of its name
     std::string m_timeTableSignature; // ids and names, to tell whether they changed
     XmlDocument::XmlNode const* m_filledEvents = nullptr;
-    std::vector<std::uint32_t> m_oldToNew; // while refilling: old row -> new row
-    std::vector<std::uint32_t> m_fresh;    // while refilling: the rows read again
     // Sort ranks of the time-table column: one per time table, then one for "none";
     // equal (folded) texts share a rank.
     std::vector<std::uint32_t> m_timeTableRanks;
