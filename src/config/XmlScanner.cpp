@@ -166,6 +166,7 @@ private:
     bool ProcessingInstruction();
     bool CharacterData(Byte const* from);
     bool Value(Byte quote, std::string_view& value);
+    Byte const* LineEnd(Byte const* cr, std::string& out) const;
     Byte const* Reference(Byte const* amp, std::string& out, std::size_t& cut);
     void Close()
     {
@@ -395,16 +396,12 @@ bool Scanner::Cdata()
             ++q;
             continue;
         }
-        // "\r\n" or "\r" becomes "\n".
         if (!copying) {
             m_text.clear();
             copying = true;
         }
         m_text.append(reinterpret_cast<char const*>(run), static_cast<std::size_t>(q - run));
-        m_text.push_back('\n');
-        ++q;
-        if (At(q) == '\n')
-            ++q;
+        q = LineEnd(q, m_text);
         run = q;
     }
     std::string_view text = View(start, q);
@@ -527,14 +524,7 @@ bool Scanner::CharacterData(Byte const* from)
             break;
         if (c == 0)
             return Fail("Unexpected end of data: an element is not closed", q);
-        if (c == '\r') {
-            m_text.push_back('\n');
-            ++q;
-            if (At(q) == '\n')
-                ++q;
-        } else {
-            q = Reference(q, m_text, cut);
-        }
+        q = c == '\r' ? LineEnd(q, m_text) : Reference(q, m_text, cut);
         Byte const* const run = q;
         q = FindTextStop(q, m_end);
         m_text.append(reinterpret_cast<char const*>(run), static_cast<std::size_t>(q - run));
@@ -569,14 +559,7 @@ bool Scanner::Value(Byte quote, std::string_view& value)
             copying = true;
         }
         m_value.append(reinterpret_cast<char const*>(run), static_cast<std::size_t>(q - run));
-        if (c == '\r') {
-            m_value.push_back('\n');
-            ++q;
-            if (At(q) == '\n')
-                ++q;
-        } else {
-            q = Reference(q, m_value, cut);
-        }
+        q = c == '\r' ? LineEnd(q, m_value) : Reference(q, m_value, cut);
         run = q;
     }
     if (copying) {
@@ -587,6 +570,13 @@ bool Scanner::Value(Byte quote, std::string_view& value)
     }
     m_p = q + 1;
     return true;
+}
+
+// At "\r": appends the "\n" that "\r\n" or "\r" becomes and returns the position after it.
+Byte const* Scanner::LineEnd(Byte const* cr, std::string& out) const
+{
+    out.push_back('\n');
+    return At(cr + 1) == '\n' ? cr + 2 : cr + 1;
 }
 
 // At "&": appends what the reference stands for and returns the position after it. A
