@@ -162,7 +162,8 @@ public:
     // The XML text of this element and its subtree, UTF-8, into out (replacing it).
     void CreateXmlCode(ZoBasicString<char>& out) const;
     // Appends it to out instead; with indent > 0, elements are put on lines of their own,
-    // indented by that many blanks a level, in a form that Parse reads back as the same tree.
+    // indented by that many blanks a level (down to 32 levels, deeper ones as the 32nd), in a
+    // form that Parse reads back as the same tree.
     void AppendXmlCode(ZoBasicString<char>& out, int indent = 0) const;
     // The same text handed out in blocks of about a megabyte as they are ready, so that a
     // large document is never held whole as text; stops and returns false when write does.

@@ -3,6 +3,7 @@
 #include "XmlScanner.h"
 #include "XmlTree.h"
 
+#include <algorithm>
 #include <cstdio>
 
 using zo::xml::IsWhitespaceOnly;
@@ -62,6 +63,10 @@ std::string const& TagText(XmlNode const* node) { return static_cast<TagRecord c
 namespace {
 
 constexpr std::size_t kWriteBlock = 1 << 20;
+// Indentation stops growing below this depth, so that the text of a deeply nested tree
+// stays linear in its size; a reader drops the blanks between elements whatever their
+// number, so the text still reads back as the same tree.
+constexpr int kMaxIndentLevels = 32;
 
 } // namespace
 
@@ -91,7 +96,7 @@ bool XmlNode::Write(std::string& out, int indent, std::function<bool(std::string
     auto breakLine = [&] {
         if (!oneLine) {
             out.push_back('\n');
-            out.append(static_cast<std::size_t>(depth * indent), ' ');
+            out.append(static_cast<std::size_t>(std::min(depth, kMaxIndentLevels) * indent), ' ');
         }
     };
     while (true) {
