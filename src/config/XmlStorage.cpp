@@ -83,8 +83,29 @@ std::size_t Storage::NextChunkSize(std::size_t chunks) const
     return size < kMaxChunkSize ? size : kMaxChunkSize;
 }
 
+namespace {
+
+void (*g_blockAllocationHook)(std::size_t) = nullptr;
+
+// Grows a vector ahead of a push_back (geometrically), so that the push_back cannot throw.
+template <typename Vector>
+void RoomForOneMore(Vector& vector)
+{
+    if (vector.size() == vector.capacity())
+        vector.reserve(vector.capacity() < 8 ? 8 : vector.capacity() * 2);
+}
+
+} // namespace
+
+void Storage::SetBlockAllocationHook(void (*hook)(std::size_t bytes))
+{
+    g_blockAllocationHook = hook;
+}
+
 void* Storage::AllocBlock(std::size_t size)
 {
+    if (g_blockAllocationHook)
+        g_blockAllocationHook(size);
     if (size >= kMaxChunkSize) {
         if (void* kept = BlockPool::instance().Take()) {
             m_blockBytes += size;
@@ -124,6 +145,7 @@ void Storage::FreeBlock(Block const& block)
 void Storage::NewSlotChunk(unsigned arena)
 {
     std::size_t const size = NextChunkSize(m_arenas[arena].slotChunks++);
+    RoomForOneMore(m_slotChunks); // so that recording the chunk cannot throw
     void* chunk = AllocBlock(size);
     m_slotChunks.push_back({chunk, size, size >= kMaxChunkSize});
     m_arenas[arena].slotCursor = static_cast<std::byte*>(chunk);
@@ -175,7 +197,12 @@ char* Storage::AllocText(std::size_t length, unsigned arena)
         char* text = static_cast<char*>(std::malloc(length));
         if (!text)
             throw std::bad_alloc();
-        m_largeTexts.insert(text);
+        try {
+            m_largeTexts.insert(text);
+        } catch (...) {
+            std::free(text);
+            throw;
+        }
         m_largeTextBytes += length;
         return text;
     }
@@ -186,6 +213,7 @@ char* Storage::AllocText(std::size_t length, unsigned arena)
     Arena& from = m_arenas[arena < kArenas ? arena : kArenas - 1];
     if (static_cast<std::size_t>(from.textEnd - from.textCursor) < rounded) {
         std::size_t const size = NextChunkSize(from.textChunks++);
+        RoomForOneMore(m_textBlocks); // so that recording the chunk cannot throw
         char* chunk = static_cast<char*>(AllocBlock(size));
         m_textBlocks.push_back({chunk, size, size >= kMaxChunkSize});
         from.textCursor = chunk;
@@ -212,9 +240,9 @@ void Storage::FreeText(char* text, std::size_t length)
 
 std::wstring* Storage::NewWide(std::wstring&& text)
 {
-    auto* wide = new std::wstring(std::move(text));
-    m_wideTexts.insert(wide);
-    return wide;
+    auto wide = std::make_unique<std::wstring>(std::move(text));
+    m_wideTexts.insert(wide.get());
+    return wide.release();
 }
 
 void Storage::FreeWide(std::wstring* text)

@@ -1,5 +1,6 @@
 #pragma once
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -42,6 +43,10 @@ public:
     // the tree level by level then reads memory in order (the parser puts each level of
     // the tree in an arena of its own).
     static constexpr unsigned kArenas = 8;
+
+    // Test seam: called before every block a storage takes from the system, with its size;
+    // it may throw std::bad_alloc to stand for memory running out. Null: none.
+    static void SetBlockAllocationHook(void (*hook)(std::size_t bytes));
 
     // A slot of kSlotSize bytes, uninitialised. Throws std::bad_alloc when memory runs out.
     void* NewSlot(unsigned arena = 0);
