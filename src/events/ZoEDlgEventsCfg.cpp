@@ -387,6 +387,12 @@ bool ZoEDlgEventsCfg::OnKeydownList(QKeyEvent* key)
         OnAdd();
         return true;
     }
+    // Enter opens the selected event, as a double click does (without a selection it
+    // falls through to the dialog's default button).
+    if ((key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) && !SelectedRows().empty()) {
+        OnModify();
+        return true;
+    }
     if (key->key() == Qt::Key_Delete) {
         if (!SelectedRows().empty())
             OnDelete();
