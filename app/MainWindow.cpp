@@ -208,9 +208,10 @@ bool MainWindow::OpenFolder(QString const& folder)
     UpdatePanel();
     UpdateActions();
     UpdateTitle();
-    statusBar()->showMessage(QString::fromStdWString(ZoFormat(ZoLoadString(60053).c_str(),
+    unsigned const opened = m_project->CompletedStoppedSave() ? 60067 : 60053;
+    statusBar()->showMessage(QString::fromStdWString(ZoFormat(ZoLoadString(opened).c_str(),
                                                               NativePath(m_project->Folder()).c_str())),
-                             5000);
+                             m_project->CompletedStoppedSave() ? 0 : 5000); // a completed save stays shown
     return true;
 }
 
@@ -275,7 +276,8 @@ void MainWindow::OnEventsList()
         result = dialog.DoModal();
     }
     bool keep = result == QDialog::Accepted;
-    // Deletions the user confirmed are not thrown away without a question.
+    // Changes the user confirmed (an edit in the editor, a delete, a paste) are not thrown
+    // away without a question.
     if (!keep && (events.JournalHasChanges() || devices.JournalHasChanges()))
         keep = !ZoAskYesNo(this, 60057);
     if (keep) {

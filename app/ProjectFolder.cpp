@@ -1,5 +1,6 @@
 #include "ProjectFolder.h"
 
+#include "ProjectFileReader.h"
 #include "ProjectSaver.h"
 #include "XmlFileText.h"
 #include "platform/tools/ZoFormat.h"
@@ -9,6 +10,10 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+
+#include <cerrno>
+#include <dirent.h>
+#include <sys/stat.h>
 
 using namespace zo::project;
 using XmlNode = XmlDocument::XmlNode;
@@ -23,6 +28,34 @@ int Index(ProjectDoc doc)
 std::wstring Wide(QString const& text)
 {
     return text.toStdWString();
+}
+
+// The names of every document file, which a stopped save may have left temporaries of.
+QStringList DocumentFileNames()
+{
+    QStringList names;
+    for (ProjectDoc doc : kAllDocs)
+        names.push_back(QString::fromWCharArray(FileName(doc)));
+    return names;
+}
+
+// Whether the folder's entries may be listed and looked up: a folder the user may not look
+// into must not pass for one that holds no project.
+bool MayLookInto(QString const& folder, std::wstring& reason)
+{
+    QByteArray const path = QFile::encodeName(folder);
+    DIR* listing = ::opendir(path.constData());
+    if (!listing) {
+        reason = SystemReason(errno);
+        return false;
+    }
+    ::closedir(listing);
+    struct stat info {};
+    if (::stat((path + "/.").constData(), &info) != 0) {
+        reason = SystemReason(errno);
+        return false;
+    }
+    return true;
 }
 
 XmlNode* EnsureChild(XmlNode* parent, wchar_t const* tag)
@@ -43,11 +76,29 @@ std::unique_ptr<ProjectFolder> ProjectFolder::Open(QString const& folder, std::w
         error = ZoFormatN(1024, ZoLoadString(60045).c_str(), Wide(QDir::toNativeSeparators(folder)).c_str());
         return nullptr;
     }
+    std::wstring reason;
+    if (!MayLookInto(info.absoluteFilePath(), reason)) {
+        error = ZoFormatN(1024, ZoLoadString(60070).c_str(), Wide(QDir::toNativeSeparators(folder)).c_str(),
+                          reason.c_str());
+        return nullptr;
+    }
     auto project = std::make_unique<ProjectFolder>();
     project->m_folder = info.absoluteFilePath();
-    for (ProjectDoc doc : kAllDocs) {
-        if (!project->Load(doc, error))
-            return nullptr;
+    if (!ProjectSaver::Recover(project->m_folder, DocumentFileNames(), project->m_completedSave, reason)) {
+        error = ZoFormatN(1024, ZoLoadString(60068).c_str(), Wide(QDir::toNativeSeparators(folder)).c_str(),
+                          reason.c_str());
+        return nullptr;
+    }
+    try {
+        for (ProjectDoc doc : kAllDocs) {
+            if (!project->Load(doc, error))
+                return nullptr;
+        }
+    } catch (std::bad_alloc const&) {
+        // Only the skeletons are made outside Load's own guard; name the folder.
+        error = ZoFormatN(1024, ZoLoadString(60041).c_str(), Wide(QDir::toNativeSeparators(folder)).c_str(),
+                          ZoLoadString(60066).c_str());
+        return nullptr;
     }
     return project;
 }
@@ -100,24 +151,29 @@ bool ProjectFolder::Load(ProjectDoc doc, std::wstring& error)
     XmlDocument& document = Document(doc);
     QString const path = FilePath(doc);
     std::wstring const shownPath = Wide(QDir::toNativeSeparators(path));
-    if (!QFileInfo::exists(path)) {
+    ProjectFileBytes bytes;
+    std::wstring reason;
+    switch (ReadProjectFile(path, bytes, reason)) {
+    case ProjectFileRead::Missing:
         document.Create(RootTag(doc));
         EnsureSkeleton(doc);
         return true;
+    case ProjectFileRead::Refused:
+        error = ZoFormatN(1024, ZoLoadString(60041).c_str(), shownPath.c_str(), reason.c_str());
+        return false;
+    case ProjectFileRead::Read:
+        break;
     }
-    QFile file(path);
-    QByteArray text;
-    if (file.open(QIODevice::ReadOnly))
-        text = file.readAll();
-    if (!file.isOpen() || file.error() != QFileDevice::NoError) {
-        error = ZoFormatN(1024, ZoLoadString(60041).c_str(), shownPath.c_str(),
-                          Wide(file.errorString()).c_str());
+    bool parsed = false;
+    try {
+        parsed = document.Parse(bytes.data.get(), bytes.size);
+    } catch (std::bad_alloc const&) {
+        error = ZoFormatN(1024, ZoLoadString(60041).c_str(), shownPath.c_str(), ZoLoadString(60066).c_str());
         return false;
     }
-    if (!document.Parse(text.constData(), static_cast<std::size_t>(text.size()))) {
-        std::wstring const reason = ZoFromUtf8(document.ErrorText());
-        error = ZoFormatN(1024, ZoLoadString(60042).c_str(), shownPath.c_str(), reason.c_str(),
-                          static_cast<int>(document.ErrorOffset()));
+    bytes = {};
+    if (!parsed) {
+        error = ParseFailureMessage(shownPath, ZoFromUtf8(document.ErrorText()), document.ErrorOffset());
         return false;
     }
     if (document.Root()->Tag() != RootTag(doc)) {
@@ -128,6 +184,14 @@ bool ProjectFolder::Load(ProjectDoc doc, std::wstring& error)
     m_onDisk[Index(doc)] = true;
     EnsureSkeleton(doc);
     return true;
+}
+
+std::wstring ProjectFolder::ParseFailureMessage(std::wstring const& shownPath, std::wstring const& reason,
+                                                std::size_t offset)
+{
+    // The offset is written out in full: files may be larger than an int counts.
+    return ZoFormatN(1024, ZoLoadString(60042).c_str(), shownPath.c_str(), reason.c_str(),
+                     std::to_wstring(offset).c_str());
 }
 
 // The containers the dialogs expect are made here once, so that no dialog meets a
@@ -164,15 +228,24 @@ void ProjectFolder::EnsureSkeleton(ProjectDoc doc)
 
 bool ProjectFolder::Save(std::vector<ProjectDoc> const& docs, std::wstring& error)
 {
-    ProjectSaver saver;
+    std::wstring const shownFolder = Wide(QDir::toNativeSeparators(m_folder));
+    // A save that was stopped since the folder was opened is finished (or cleared) first,
+    // so that its record never names temporaries of this save.
+    bool completed = false;
+    std::wstring reason;
+    if (!ProjectSaver::Recover(m_folder, DocumentFileNames(), completed, reason)) {
+        error = ZoFormatN(1024, ZoLoadString(60046).c_str(), shownFolder.c_str(), reason.c_str())
+            + L"\n" + ZoLoadString(60047);
+        return false;
+    }
+    ProjectSaver saver(m_folder);
     for (ProjectDoc doc : docs)
-        saver.Add(FilePath(doc), [&document = Document(doc)](ProjectSaver::Writer const& write) {
+        saver.Add(QString::fromWCharArray(FileName(doc)), [&document = Document(doc)](ProjectSaver::Writer const& write) {
             return WriteXmlFileText(document, write);
         });
     if (!saver.Commit()) {
         error = ZoFormatN(1024, ZoLoadString(60046).c_str(),
-                          Wide(QDir::toNativeSeparators(saver.FailedPath())).c_str(),
-                          Wide(saver.Reason()).c_str())
+                          Wide(QDir::toNativeSeparators(saver.FailedPath())).c_str(), saver.Reason().c_str())
             + L"\n" + ZoLoadString(60047);
         return false;
     }

@@ -10,10 +10,12 @@
 
 // The documents of one open project folder, owned by the host and handed to the dialogs.
 //
-// Opening reads every document of the folder. A document that cannot be read, does not
-// parse or has a root of another tag refuses the whole folder, with a message that names
-// the file and the reason; the file is left as it is. A missing document starts empty in
-// memory (with its containers) and is written only when it is saved.
+// Opening first brings the folder back to a whole state if a save was stopped in it (see
+// ProjectSaver), then reads every document of the folder. A document that cannot be read
+// (also: not a regular file, too large, memory running out), does not parse or has a root
+// of another tag refuses the whole folder, with a message that names the file and the
+// reason; the file is left as it is. A missing document starts empty in memory (with its
+// containers) and is written only when it is saved.
 class ProjectFolder {
 public:
     ProjectFolder();
@@ -51,6 +53,14 @@ public:
     // case the files that were not yet replaced keep their old content.
     bool Save(std::vector<zo::project::ProjectDoc> const& docs, std::wstring& error);
 
+    // Whether opening finished a save that had been stopped in the folder (see ProjectSaver).
+    bool CompletedStoppedSave() const { return m_completedSave; }
+
+    // The message for a document that is not well-formed, with the byte offset written out
+    // in full (files may be larger than an int counts).
+    static std::wstring ParseFailureMessage(std::wstring const& shownPath, std::wstring const& reason,
+                                            std::size_t offset);
+
 private:
     bool Load(zo::project::ProjectDoc doc, std::wstring& error);
     void EnsureSkeleton(zo::project::ProjectDoc doc);
@@ -58,4 +68,5 @@ private:
     QString m_folder;
     XmlDocument m_docs[5];
     bool m_onDisk[5] = {};
+    bool m_completedSave = false;
 };

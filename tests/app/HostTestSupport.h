@@ -4,6 +4,7 @@
 #include "MainWindow.h"
 #include "ProjectFiles.h"
 #include "ProjectFolder.h"
+#include "ProjectSaver.h"
 #include "events/ZoEDlgEventsCfg.h"
 #include "platform/setup/ZoEventSystem.h"
 #include "platform/setup/ZoVelmoraSetup.h"
@@ -17,8 +18,7 @@
 #include <QTreeView>
 #include <gtest/gtest.h>
 
-#include <csignal>
-#include <sys/resource.h>
+#include <cerrno>
 
 namespace host_test {
 
@@ -89,27 +89,17 @@ inline ModalScript::Step DeleteEventThen(QString const& name, char const* button
     });
 }
 
-// Makes every file write of this process fail beyond `bytes` bytes, as a full disk does,
-// for as long as it lives (also for root, whom a read-only folder does not stop).
-class FileSizeLimit {
+// Makes every save of this process fail after its first block as a full disk does (or
+// with another error number), for as long as it lives.
+class SaveFault {
 public:
-    explicit FileSizeLimit(rlim_t bytes)
+    explicit SaveFault(int error = ENOSPC)
     {
-        getrlimit(RLIMIT_FSIZE, &m_old);
-        m_oldHandler = std::signal(SIGXFSZ, SIG_IGN); // else the process is killed
-        rlimit limit = m_old;
-        limit.rlim_cur = bytes;
-        setrlimit(RLIMIT_FSIZE, &limit);
+        ProjectSaver::SetBlockWrittenHook([error] { return error; });
     }
-    ~FileSizeLimit()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_old);
-        std::signal(SIGXFSZ, m_oldHandler);
-    }
-
-private:
-    rlimit m_old{};
-    void (*m_oldHandler)(int) = nullptr;
+    ~SaveFault() { ProjectSaver::SetBlockWrittenHook({}); }
+    SaveFault(SaveFault const&) = delete;
+    SaveFault& operator=(SaveFault const&) = delete;
 };
 
 // Base of the host tests: opening a project points the module's setup at its folder and

@@ -1,0 +1,307 @@
+#include "HostTestSupport.h"
+#include "ProjectFileReader.h"
+#include "XmlFileText.h"
+#include "config/XmlStorage.h"
+#include "editor/ZoEDlgEventCfg.h"
+#include "support/ScriptedAnswerer.h"
+
+#include <QLineEdit>
+#include <QStatusBar>
+#include <QTest>
+
+#include <linux/capability.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <new>
+#include <stdexcept>
+
+using namespace host_test;
+using HostReliability = HostTest;
+
+namespace {
+
+// Opens the folder through the host's own code and returns the refusal (empty when it
+// opened).
+std::wstring OpenRefusal(QString const& folder)
+{
+    std::wstring error;
+    std::unique_ptr<ProjectFolder> project = ProjectFolder::Open(folder, error);
+    EXPECT_EQ(project == nullptr, !error.empty());
+    return error;
+}
+
+bool Contains(std::wstring const& text, char const* part)
+{
+    return QString::fromStdWString(text).contains(QString::fromUtf8(part));
+}
+
+// While it lives, this thread cannot pass by file permissions even as root, so that a
+// folder without the right to look into it refuses the test as it refuses a user.
+class WithoutFilePermissionOverride {
+public:
+    WithoutFilePermissionOverride()
+    {
+        if (syscall(SYS_capget, &m_header, m_saved) != 0)
+            return;
+        __user_cap_data_struct reduced[2] = {m_saved[0], m_saved[1]};
+        reduced[0].effective &= ~((1u << CAP_DAC_OVERRIDE) | (1u << CAP_DAC_READ_SEARCH));
+        m_changed = syscall(SYS_capset, &m_header, reduced) == 0;
+    }
+    ~WithoutFilePermissionOverride()
+    {
+        if (m_changed)
+            syscall(SYS_capset, &m_header, m_saved);
+    }
+    WithoutFilePermissionOverride(WithoutFilePermissionOverride const&) = delete;
+    WithoutFilePermissionOverride& operator=(WithoutFilePermissionOverride const&) = delete;
+
+private:
+    __user_cap_header_struct m_header{_LINUX_CAPABILITY_VERSION_3, 0};
+    __user_cap_data_struct m_saved[2] = {};
+    bool m_changed = false;
+};
+
+// While it lives, the XML trees fail to get memory after `blocks` more blocks.
+class TreeMemoryLimit {
+public:
+    explicit TreeMemoryLimit(int blocks)
+    {
+        s_left = blocks;
+        zo::xml::Storage::SetBlockAllocationHook([](std::size_t) {
+            if (s_left-- <= 0)
+                throw std::bad_alloc();
+        });
+    }
+    ~TreeMemoryLimit() { zo::xml::Storage::SetBlockAllocationHook(nullptr); }
+    TreeMemoryLimit(TreeMemoryLimit const&) = delete;
+    TreeMemoryLimit& operator=(TreeMemoryLimit const&) = delete;
+
+private:
+    static inline int s_left = 0;
+};
+
+QStringList FolderEntries(QString const& folder)
+{
+    return QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
+}
+
+} // namespace
+
+// What stands under a document's name must be a regular file of a sane size, or the whole
+// folder is refused with the real reason; nothing waits or reads without end.
+TEST_F(HostReliability, RefusesWhatIsNotAPlainReadableFile)
+{
+    struct Case {
+        char const* what;
+        std::function<void(QString const& path)> make;
+        char const* reason;
+    };
+    std::vector<Case> const cases = {
+        {"a named pipe", [](QString const& path) { ASSERT_EQ(::mkfifo(QFile::encodeName(path), 0644), 0); },
+         "not a regular file"},
+        {"a link to an endless device", [](QString const& path) { ASSERT_TRUE(QFile::link("/dev/zero", path)); },
+         "not a regular file"},
+        {"a folder", [](QString const& path) { ASSERT_TRUE(QDir().mkdir(path)); }, "not a regular file"},
+        {"a dangling link",
+         [](QString const& path) { ASSERT_TRUE(QFile::link(path + ".gone", path)); },
+         "Events.zocfg.gone, which does not exist"},
+        {"a file over the size limit (sparse)",
+         [](QString const& path) {
+             QFile file(path);
+             ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+             ASSERT_TRUE(file.resize(kMaxProjectFileBytes + 1));
+         },
+         "larger than 1024 MB"},
+    };
+    for (Case const& test : cases) {
+        SCOPED_TRACE(test.what);
+        QTemporaryDir folder;
+        test.make(FilePath(folder.path(), ProjectDoc::Events));
+        std::wstring const error = OpenRefusal(folder.path());
+        EXPECT_TRUE(Contains(error, "Events.zocfg")) << error;
+        EXPECT_TRUE(Contains(error, test.reason)) << error;
+    }
+
+    // The main window shows the refusal, keeps the project it had open and does not offer
+    // to start a new project there.
+    DemoWindow demo;
+    QTemporaryDir pipeFolder;
+    ASSERT_EQ(::mkfifo(QFile::encodeName(FilePath(pipeFolder.path(), ProjectDoc::Devices)), 0644), 0);
+    ScriptedAnswerer answers;
+    EXPECT_FALSE(demo.window.OpenFolder(pipeFolder.path()));
+    EXPECT_EQ(answers.Ids(), std::vector<unsigned>{60040});
+    EXPECT_TRUE(Contains(answers.LastText(), "Devices.zocfg cannot be read: it is not a regular file"));
+    EXPECT_EQ(demo.window.Project()->Folder(), QFileInfo(demo.dir.path()).absoluteFilePath());
+}
+
+// A folder the user may not look into is not an empty folder: it is refused with the
+// system's reason instead of being offered as a new project.
+TEST_F(HostReliability, UnlistableFolderIsRefusedNotOfferedAsNew)
+{
+    QTemporaryDir parent;
+    QString const folder = QDir(parent.path()).filePath("locked");
+    ASSERT_TRUE(QDir().mkdir(folder));
+    WriteBytes(FilePath(folder, ProjectDoc::Events), ReadBytes(FilePath(kDemoFolder, ProjectDoc::Events)));
+    ASSERT_EQ(::chmod(QFile::encodeName(folder), 0600), 0);
+    DemoWindow demo;
+    ScriptedAnswerer answers;
+    {
+        WithoutFilePermissionOverride asUser;
+        EXPECT_FALSE(demo.window.OpenFolder(folder));
+    }
+    ::chmod(QFile::encodeName(folder), 0700);
+    EXPECT_EQ(answers.Ids(), std::vector<unsigned>{60040});
+    EXPECT_TRUE(Contains(answers.LastText(), "locked cannot be read: permission denied.")) << answers.LastText();
+}
+
+// Running out of memory while opening or saving is reported like any failure; the open
+// project and the files on disk stay as they were.
+TEST_F(HostReliability, RunningOutOfMemoryIsReportedNotFatal)
+{
+    DemoWindow demo;
+    ScriptedAnswerer answers;
+    QTemporaryDir other;
+    for (ProjectDoc doc : {ProjectDoc::Events, ProjectDoc::Devices})
+        ASSERT_TRUE(QFile::copy(FilePath(kDemoFolder, doc), FilePath(other.path(), doc)));
+    {
+        TreeMemoryLimit memory(3);
+        EXPECT_FALSE(demo.window.OpenFolder(other.path()));
+    }
+    EXPECT_EQ(answers.Ids(), std::vector<unsigned>{60040});
+    EXPECT_TRUE(Contains(answers.LastText(), ".zocfg cannot be read: there is not enough memory.")) << answers.LastText();
+    EXPECT_EQ(demo.window.Project()->Folder(), QFileInfo(demo.dir.path()).absoluteFilePath());
+    EXPECT_EQ(demo.Label("eventsCountLabel"), "22");
+
+    QByteArray const events = ReadBytes(demo.File(ProjectDoc::Events));
+    QStringList const entries = FolderEntries(demo.dir.path());
+    {
+        ProjectSaver::SetBlockWrittenHook([]() -> int { throw std::bad_alloc(); });
+        ModalScript modal(DeleteEventThen("Heavy rain"));
+        demo.window.OnEventsList();
+        ProjectSaver::SetBlockWrittenHook({});
+    }
+    EXPECT_EQ(answers.Ids(), (std::vector<unsigned>{60040, 32792, 60046}));
+    EXPECT_TRUE(Contains(answers.LastText(), "Events.zocfg: there is not enough memory.")) << answers.LastText();
+    EXPECT_EQ(ReadBytes(demo.File(ProjectDoc::Events)), events);
+    EXPECT_EQ(FolderEntries(demo.dir.path()), entries);
+    EXPECT_TRUE(demo.window.HasUnsavedChanges());
+    EXPECT_EQ(demo.Label("eventsCountLabel"), "21");
+}
+
+// Byte offsets of files over 2 GiB are shown as they are, not wrapped to negative numbers.
+TEST(ProjectFolderMessages, ParseFailureOffsetIsWrittenInFull)
+{
+    std::wstring const text = ProjectFolder::ParseFailureMessage(L"/p/Events.zocfg", L"Unexpected end", 3000000123ull);
+    EXPECT_TRUE(Contains(text, "(at byte 3000000123)")) << text;
+}
+
+// Saving a tree nested 100,000 levels deep writes a text linear in its size, which reads
+// back as the same tree; the save goes through the host without aborting.
+TEST_F(HostReliability, DeeplyNestedDocumentSavesLinearlyAndReadsBack)
+{
+    constexpr int kDepth = 100000;
+    DemoWindow demo;
+    XmlDocument& events = demo.window.Project()->Events();
+    XmlNode* node = events.Root()->Child(L"eventsGroups");
+    for (int level = 0; level < kDepth; ++level)
+        node = node->NewChild(L"group", nullptr);
+    node->SetValue(L"deepest");
+
+    std::string const text = XmlFileText(events);
+    // A line per level: "<group>" and "</group>" with at most 64 blanks each.
+    EXPECT_LT(text.size(), std::size_t(kDepth) * 2 * (9 + 64) + 200000);
+    XmlDocument back;
+    ASSERT_TRUE(back.Parse(text.data(), text.size()));
+    std::string expected, got;
+    events.Root()->CreateXmlCode(expected);
+    back.Root()->CreateXmlCode(got);
+    EXPECT_TRUE(expected == got);
+
+    std::wstring error;
+    ASSERT_TRUE(demo.window.Project()->Save({ProjectDoc::Events}, error)) << error;
+    EXPECT_EQ(ReadBytes(demo.File(ProjectDoc::Events)).size(), qsizetype(text.size()));
+}
+
+// A save stopped between its renames (here by a fault thrown from the rename seam) is
+// completed by the next open, which says so; the folder then holds only new files.
+TEST_F(HostReliability, StoppedSaveIsCompletedWhenTheFolderOpens)
+{
+    DemoWindow demo;
+    ProjectFolder& project = *demo.window.Project();
+    project.Events().Root()->Child(L"events")->SetValue(L"marker", L"new");
+    project.Devices().Root()->SetValue(L"marker", L"new");
+    std::string const newEvents = XmlFileText(project.Events());
+    std::string const newDevices = XmlFileText(project.Devices());
+    struct Stop {};
+    ProjectSaver::SetRenameHook([](int renamed) {
+        if (renamed == 1)
+            throw Stop{};
+    });
+    std::wstring error;
+    EXPECT_THROW(project.Save({ProjectDoc::Events, ProjectDoc::Devices}, error), Stop);
+    ProjectSaver::SetRenameHook({});
+    EXPECT_TRUE(FolderEntries(demo.dir.path()).contains(".zoevents-save"));
+    EXPECT_TRUE(FolderEntries(demo.dir.path()).contains("Devices.zocfg.zonew"));
+
+    ScriptedAnswerer answers;
+    MainWindow window{RecentFolders(demo.settings.filePath("recent2.ini"))};
+    ASSERT_TRUE(window.OpenFolder(demo.dir.path()));
+    EXPECT_TRUE(answers.Ids().empty());
+    EXPECT_TRUE(window.statusBar()->currentMessage().contains("interrupted there was completed"))
+        << window.statusBar()->currentMessage().toStdString();
+    EXPECT_EQ(ReadBytes(demo.File(ProjectDoc::Events)).toStdString(), newEvents);
+    EXPECT_EQ(ReadBytes(demo.File(ProjectDoc::Devices)).toStdString(), newDevices);
+    EXPECT_FALSE(FolderEntries(demo.dir.path()).contains(".zoevents-save"));
+    EXPECT_FALSE(FolderEntries(demo.dir.path()).contains("Devices.zocfg.zonew"));
+
+    // A record that is not whole refuses the folder rather than guessing.
+    WriteBytes(QDir(demo.dir.path()).filePath(".zoevents-save"), "zoevents save\nEvents.zocfg\n");
+    std::wstring const refusal = OpenRefusal(demo.dir.path());
+    EXPECT_TRUE(Contains(refusal, "the record of the interrupted save is damaged")) << refusal;
+
+    // Temporaries of a save stopped before its record are dropped: the old files stand.
+    QFile::remove(QDir(demo.dir.path()).filePath(".zoevents-save"));
+    WriteBytes(demo.File(ProjectDoc::Events) + ".zonew", "<half");
+    EXPECT_TRUE(OpenRefusal(demo.dir.path()).empty());
+    EXPECT_EQ(ReadBytes(demo.File(ProjectDoc::Events)).toStdString(), newEvents);
+    EXPECT_FALSE(FolderEntries(demo.dir.path()).contains("Events.zocfg.zonew"));
+}
+
+// An edit confirmed in the editor is not thrown away by the list's Cancel without a
+// question; Enter on a selected row opens the editor as a double click does.
+TEST_F(HostReliability, CancelledListAsksBeforeDroppingAnEdit)
+{
+    for (ZoAnswer const discard : {ZoAnswer::Yes, ZoAnswer::No}) {
+        SCOPED_TRACE(discard == ZoAnswer::Yes ? "discarded" : "kept");
+        DemoWindow demo;
+        std::wstring const before = EventNamed(demo.window.Project()->Events(), L"Heavy rain")->Value(L"description", L"");
+        ScriptedAnswerer answers{discard};
+        ModalScript modal(ModalScript::As<ZoEDlgEventsCfg>([](ZoEDlgEventsCfg& list) {
+            auto* view = list.findChild<QTreeView*>("eventsList");
+            QModelIndexList const found =
+                view->model()->match(view->model()->index(0, 0), Qt::DisplayRole, "Heavy rain", 1, Qt::MatchExactly);
+            view->setCurrentIndex(found.value(0));
+            QTest::keyClick(view, Qt::Key_Return);
+            EXPECT_TRUE(list.IsModified());
+            list.findChild<QPushButton*>("cancelButton")->click();
+            return list.result();
+        }));
+        modal.Then(ModalScript::As<ZoEDlgEventCfg>([](ZoEDlgEventCfg& editor) {
+            EXPECT_EQ(editor.findChild<QLineEdit*>("nameEdit")->text(), "Heavy rain");
+            editor.findChild<QLineEdit*>("descriptionEdit")->setText("Rain gauge over 20 mm/h.");
+            return ModalScript::ClickOk(editor);
+        }));
+        demo.window.OnEventsList();
+        EXPECT_EQ(modal.Classes(), (QStringList{"ZoEDlgEventsCfg", "ZoEDlgEventCfg"}));
+        ASSERT_FALSE(answers.Ids().empty());
+        EXPECT_EQ(answers.Ids().back(), 60057u);
+        std::wstring const kept = discard == ZoAnswer::Yes ? before : L"Rain gauge over 20 mm/h.";
+        EXPECT_EQ(EventNamed(demo.window.Project()->Events(), L"Heavy rain")->Value(L"description", L""), kept);
+        XmlDocument saved;
+        ParseFile(demo.File(ProjectDoc::Events), saved);
+        EXPECT_EQ(EventNamed(saved, L"Heavy rain")->Value(L"description", L""), kept);
+        EXPECT_FALSE(demo.window.HasUnsavedChanges());
+    }
+}
