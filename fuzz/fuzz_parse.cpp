@@ -1,9 +1,11 @@
 // Any bytes given to XmlDocument::Parse: no crash, no sanitizer report, and when the text
 // parses, what CreateXmlCode writes must parse again and be written back identically (the
-// writer's output is a fixed point of parse-and-write). Then the parsed tree is edited
+// writer's output is a fixed point of parse-and-write), and the indented text the editor
+// saves as a project file must read back as the same tree. Then the parsed tree is edited
 // through a working copy (which borrows from it) and assigned back, under a journal, with
 // edits drawn from the input's bytes: the result must equal the same edits made on a full
 // copy, and undoing the journal must give the original text back.
+#include "XmlFileText.h"
 #include "config/XmlDocument.h"
 
 #include <cstddef>
@@ -104,6 +106,15 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     again.Root()->CreateXmlCode(second);
     if (second != first)
         Fail("writing the re-parsed text gives another text", first, second);
+
+    std::string const saved = XmlFileText(again);
+    XmlDocument reread;
+    if (!reread.Parse(saved.data(), saved.size()))
+        Fail(("the saved file text does not parse: " + reread.ErrorText()).c_str(), saved, first);
+    std::string fromFile;
+    reread.Root()->CreateXmlCode(fromFile);
+    if (fromFile != first)
+        Fail("the saved file text reads back as another tree", first, fromFile);
 
     // A deep copy writes the same text as its source.
     XmlDocument copy(*again.Root());
