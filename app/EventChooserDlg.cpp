@@ -2,6 +2,7 @@
 
 #include "EventChoiceModel.h"
 #include "platform/tools/ZoTexts.h"
+#include "platform/ui/ZoMnemonics.h"
 #include "platform/ui/ZoIcons.h"
 #include "platform/ui/ZoListView.h"
 
@@ -14,15 +15,18 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
-EventChooserDlg::EventChooserDlg(QWidget* parent, XmlDocument::XmlNode const* events)
+EventChooserDlg::EventChooserDlg(QWidget* parent, XmlDocument::XmlNode const* events, unsigned titleId,
+                                 unsigned promptId)
     : ZoDialog(parent)
     , m_events(events)
+    , m_titleId(titleId)
+    , m_promptId(promptId)
 {
 }
 
 void EventChooserDlg::OnInitDialog()
 {
-    setWindowTitle(ZoText(60060));
+    setWindowTitle(ZoText(m_titleId));
     m_model = new EventChoiceModel(this);
     m_model->Fill(m_events);
     m_proxy = new QSortFilterProxyModel(this);
@@ -31,7 +35,7 @@ void EventChooserDlg::OnInitDialog()
     m_proxy->setSortCaseSensitivity(Qt::CaseInsensitive);
     m_proxy->setFilterKeyColumn(0);
 
-    auto* prompt = new QLabel(ZoText(60063), this);
+    auto* prompt = new QLabel(ZoMnemonics()(ZoText(m_promptId)), this);
     m_filter = new QLineEdit(this);
     m_filter->setObjectName(QStringLiteral("filterEdit"));
     m_filter->setPlaceholderText(ZoText(60064));

@@ -14,7 +14,9 @@ class QTreeView;
 class EventChooserDlg : public ZoDialog {
     Q_OBJECT
 public:
-    EventChooserDlg(QWidget* parent, XmlDocument::XmlNode const* events);
+    // titleId and promptId: the texts of the title and of the prompt above the filter.
+    EventChooserDlg(QWidget* parent, XmlDocument::XmlNode const* events, unsigned titleId = 60060,
+                    unsigned promptId = 60063);
 
     // After OK: the position of the chosen event among the `event` children, else -1.
     int ChosenIndex() const { return m_chosen; }
@@ -34,6 +36,8 @@ private:
     int SelectedSourceRow() const;
 
     XmlDocument::XmlNode const* m_events;
+    unsigned m_titleId;
+    unsigned m_promptId;
     EventChoiceModel* m_model = nullptr;
     QSortFilterProxyModel* m_proxy = nullptr;
     QLineEdit* m_filter = nullptr;

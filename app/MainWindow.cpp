@@ -7,6 +7,11 @@
 #include "ProjectSummary.h"
 #include "editor/ZoEDlgEventCfg.h"
 #include "events/ZoEDlgEventsCfg.h"
+#include "platform/drivers/ZoDeviceCatalog.h"
+#include "platform/drivers/ZoEventVariables.h"
+#include "platform/ui/ZoClipboard.h"
+#include "platform/tools/ZoUtf.h"
+#include "variables/CDlgSelectVarEventsVariables.h"
 #include "platform/setup/ZoEventSystem.h"
 #include "platform/setup/ZoVelmoraSetup.h"
 #include "platform/tools/ZoFormat.h"
@@ -31,6 +36,15 @@ namespace {
 unsigned Bit(ProjectDoc doc)
 {
     return 1u << static_cast<unsigned>(doc);
+}
+
+// Chosen variables ("DEVICE.CODE") as formula references, separated by blanks.
+std::wstring EventVariablesFormulaText(std::list<std::wstring> const& chosen)
+{
+    std::wstring text;
+    for (std::wstring const& variable : chosen)
+        text += (text.empty() ? L"[" : L" [") + variable + L"]";
+    return text;
 }
 
 std::wstring NativePath(QString const& path)
@@ -97,7 +111,8 @@ void MainWindow::CreateActions()
     m_timeTables = NewAction(this, 60010, "timeTablesAction");
     m_timeSlot = NewAction(this, 60011, "timeSlotAction");
     m_eventVariables = NewAction(this, 60012, "eventVariablesAction");
-    for (QAction* later : {m_eventGroups, m_timeTables, m_timeSlot, m_eventVariables})
+    connect(m_eventVariables, &QAction::triggered, this, &MainWindow::OnEventVariables);
+    for (QAction* later : {m_eventGroups, m_timeTables, m_timeSlot})
         later->setEnabled(false);
 
     m_about = NewAction(this, 60015, "aboutAction");
@@ -153,6 +168,7 @@ void MainWindow::UpdateActions()
     XmlNode const* events = open ? m_project->Events().Root()->Child(L"events") : nullptr;
     m_events->setEnabled(open);
     m_editEvent->setEnabled(events && events->Child(L"event"));
+    m_eventVariables->setEnabled(events && events->Child(L"event"));
     m_save->setEnabled(open && HasUnsavedChanges());
 }
 
@@ -203,6 +219,8 @@ bool MainWindow::OpenFolder(QString const& folder)
     m_unsaved = 0;
     ZoVelmoraSetup::instance().SetCfgPath(m_project->Folder().toStdWString());
     ZoEventSystem::instance()->SetFeedAvailable(m_project->FeedAvailable());
+    // Formulas resolve their variables in the project's devices and events.
+    ZoInstallProjectCatalog(m_project->Devices().Root(), m_project->Events().Root());
     m_recent.Add(m_project->Folder());
     UpdateRecentMenu();
     UpdatePanel();
@@ -288,6 +306,7 @@ void MainWindow::OnEventsList()
         events.UndoJournal();
         devices.UndoJournal();
     }
+    ZoRefreshProjectEvents(events.Root());
     UpdatePanel();
     UpdateActions();
 }
@@ -328,8 +347,37 @@ void MainWindow::OnEditEvent()
     if (before == after)
         return;
     *events = *copy.Root();
+    ZoRefreshProjectEvents(events);
     SaveDocuments({ProjectDoc::Events});
     UpdatePanel();
+}
+
+// Events > Event variables: the user picks an event, then variables of its state; they go
+// to the clipboard as formula text, ready to paste into a condition.
+void MainWindow::OnEventVariables()
+{
+    if (!m_project)
+        return;
+    XmlNode* events = m_project->Events().Root()->Child(L"events");
+    if (!events || !events->Child(L"event")) {
+        ZoShowMessage(this, 60055, ZoMsgIcon::Information);
+        return;
+    }
+    EventChooserDlg chooser(this, events, 60072, 60073);
+    if (chooser.DoModal() != QDialog::Accepted)
+        return;
+    XmlNode const* event = NthEvent(events, chooser.ChosenIndex());
+    ZoDeviceCatalog const* catalog = ZoDeviceCatalog::Installed();
+    ZoDriver const* device =
+        event && catalog ? catalog->Find(std::wstring(kZoEventsDevicePrefix) + event->Value(L"name", L"")) : nullptr;
+    std::list<std::wstring> chosen;
+    CDlgSelectVarEventsVariables dialog(this, device, &chosen, ZoAllTypes(), 0);
+    if (dialog.DoModal() != QDialog::Accepted || chosen.empty())
+        return;
+    std::string const text = ZoToUtf8(EventVariablesFormulaText(chosen));
+    PutToClipboard(text.data(), text.size(), 0);
+    statusBar()->showMessage(
+        QString::fromStdWString(ZoFormatN(1024, ZoLoadString(60071).c_str(), ZoFromUtf8(text).c_str())), 10000);
 }
 
 void MainWindow::OnAbout()

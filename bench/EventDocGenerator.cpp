@@ -476,6 +476,77 @@ std::string MakeDeviceGroupsXml(EventDocShape const& shape)
     return out;
 }
 
+namespace {
+
+// A range for each measure (kMeasures' order) that holds the generated thresholds (1 to 121).
+constexpr std::array<std::array<int, 2>, 8> kMeasureRanges{{
+    {0, 160}, {-50, 400}, {0, 150}, {0, 5000}, {0, 2000}, {0, 1000}, {0, 3600}, {0, 10000},
+}};
+
+constexpr int kRunRange[2] = {0, 1};
+
+void AppendCatalogVariable(std::string& out, std::string const& code, std::string const& description,
+                           char const* type, char const* unit, int const* range, bool writable)
+{
+    Open(out, "variable");
+    Key(out, "code", code);
+    Key(out, "description", description);
+    Key(out, "type", type);
+    if (unit)
+        Key(out, "unit", unit);
+    if (range) {
+        Key(out, "min", Format("%d", range[0]));
+        Key(out, "max", Format("%d", range[1]));
+    }
+    Key(out, "writable", Flag(writable));
+    Close(out, "variable");
+}
+
+void AppendCatalogDriver(std::string& out, EventDocShape const& shape, int index, std::string const& name,
+                         char const* type, std::string const& variables)
+{
+    Open(out, "driver");
+    Key(out, "id", GeneratedId(shape.seed, 'C', static_cast<std::uint64_t>(index)));
+    Key(out, "name", name);
+    Key(out, "description", index < 8 ? Format("Controller %d", index + 1) : Format("Remote unit %d", index + 1));
+    Key(out, "type", type);
+    Key(out, "address", Format("10.0.%d.%d:502", index / 250, 1 + index % 250));
+    out += variables;
+    Close(out, "driver");
+}
+
+} // namespace
+
+std::string MakeDeviceCatalogXml(EventDocShape const& shape, int devices)
+{
+    std::string out = "<catalog>";
+    for (int plc = 0; plc < 8 && plc < devices; ++plc) {
+        std::string variables;
+        for (Equipment const& equipment : kEquipment) {
+            for (int unit = 1; unit <= 40; ++unit) {
+                std::string const stem = Format("%s_%d_", equipment.tag, unit);
+                std::string const text = Format("%s %d ", equipment.text, unit);
+                for (std::size_t m = 0; m < kMeasures.size(); ++m)
+                    AppendCatalogVariable(variables, stem + kMeasures[m].tag, text + kMeasures[m].text, "analog",
+                                          kMeasures[m].unit, kMeasureRanges[m].data(), false);
+                // An integer 0/1, not a digital: the generated events show it as a numeric argument.
+                AppendCatalogVariable(variables, stem + "RUN", text + "running", "integer", nullptr, kRunRange, false);
+                AppendCatalogVariable(variables, stem + "ALARM", text + "alarm", "digital", nullptr, nullptr, true);
+            }
+        }
+        AppendCatalogDriver(out, shape, plc, Format("PLC%d", plc + 1), "MODBUS-TCP", variables);
+    }
+    for (int rtu = 8; rtu < devices; ++rtu) {
+        std::string variables;
+        for (std::size_t m = 0; m < kMeasures.size(); ++m)
+            AppendCatalogVariable(variables, kMeasures[m].tag, kMeasures[m].text, m == 6 ? "integer" : "analog",
+                                  kMeasures[m].unit, kMeasureRanges[m].data(), false);
+        AppendCatalogDriver(out, shape, rtu, Format("RTU%04d", rtu + 1), "IEC104", variables);
+    }
+    out += "</catalog>";
+    return out;
+}
+
 bool LoadGenerated(XmlDocument& doc, std::string const& text)
 {
     return doc.Parse(text.c_str(), text.size());

@@ -46,6 +46,14 @@ std::string MakeTimeTablesXml(EventDocShape const& shape);
 // mixed with a few ordinary devices.
 std::string MakeDeviceGroupsXml(EventDocShape const& shape);
 
+// The device catalog (root "catalog", as in Devices.zocfg) that the generated formulas
+// refer to: the controllers PLC1 to PLC8 with every variable an event may name
+// (EQUIPMENT_n_MEASURE analog with a range that holds every generated threshold,
+// EQUIPMENT_n_RUN an integer 0 or 1, since the events show it as a numeric argument,
+// EQUIPMENT_n_ALARM digital and writable), 4,000 variables each,
+// then remote units RTU0009... with eight variables each, `devices` devices in all.
+std::string MakeDeviceCatalogXml(EventDocShape const& shape, int devices);
+
 // The GUID text (upper case, with braces) of the generated element of a kind and index.
 // Kinds: 'E' event, 'T' time table, 'G' event group, 'A' argument, 'X' action, 'D' device.
 std::string GeneratedId(std::uint64_t seed, char kind, std::uint64_t index);

@@ -1,6 +1,7 @@
 #include "ZoEDlgEventCfg.h"
 
 #include "editor/ZoTimeTableChoiceModel.h"
+#include "platform/formula/ZoEvaluator.h"
 #include "platform/setup/ZoEventSystem.h"
 #include "platform/tools/ZoIds.h"
 #include "platform/tools/ZoTexts.h"
@@ -35,9 +36,11 @@ QLineEdit* NewEdit(QWidget* parent, char const* objectName, int maxLength)
     return edit;
 }
 
+// The label keeps its text as "caption", so that a status can be added to it later.
 QLabel* NewLabel(QWidget* parent, char const* objectName, QString const& text, QWidget* buddy)
 {
     auto* label = new QLabel(text, parent);
+    label->setProperty("caption", text);
     label->setObjectName(QLatin1String(objectName));
     label->setBuddy(buddy);
     return label;
@@ -94,6 +97,7 @@ ZoEDlgEventCfg::ZoEDlgEventCfg(QWidget* parent, XmlNode* event, XmlNode const* e
     , m_timeTablesRoot(timeTablesRoot)
     , m_users(users)
     , m_id(event ? event->Value(L"id", L"") : std::wstring())
+    , m_evaluator(std::make_unique<ZoEvaluator>())
 {
     setObjectName(QStringLiteral("eventEditor"));
     setSizeGripEnabled(true);
@@ -109,10 +113,15 @@ void ZoEDlgEventCfg::BuildControls()
 {
     m_tabs = new QTabWidget(this);
     m_tabs->setObjectName(QStringLiteral("tabs"));
-    m_tabs->addTab(BuildGeneralTab(), ZoText(825));
-    m_tabs->addTab(BuildAdvancedTab(), ZoText(34173));
-    m_tabs->addTab(BuildActionsTab(0), ZoText(34106));
-    m_tabs->addTab(BuildActionsTab(1), ZoText(34107));
+    // The fields take their keys first, then the tabs (Ctrl+Tab also switches tabs).
+    QWidget* const general = BuildGeneralTab();
+    QWidget* const advanced = BuildAdvancedTab();
+    QWidget* const actions = BuildActionsTab(0);
+    QWidget* const clientActions = BuildActionsTab(1);
+    m_tabs->addTab(general, m_keys(ZoText(825)));
+    m_tabs->addTab(advanced, m_keys(ZoText(34173)));
+    m_tabs->addTab(actions, m_keys(ZoText(34106)));
+    m_tabs->addTab(clientActions, m_keys(ZoText(34107)));
 
     m_ok = new QPushButton(ZoImageIcon(L"OK-16.png"), ZoText(311), this);
     m_ok->setObjectName(QStringLiteral("okButton"));
@@ -137,25 +146,34 @@ QWidget* ZoEDlgEventCfg::BuildGeneralTab()
     m_name = NewEdit(page, "nameEdit", 50);
     m_description = NewEdit(page, "descriptionEdit", 256);
     m_condition = NewEdit(page, "conditionEdit", 512);
-    m_stopEnabled = NewCheck(page, "stopConditionCheck", ZoText(33119));
+    m_stopEnabled = NewCheck(page, "stopConditionCheck", m_keys(ZoText(33119)));
     m_stopCondition = NewEdit(page, "stopConditionEdit", 512);
     m_delayActivate = NewEdit(page, "delayActivateEdit", 512);
     m_delayDeactivate = NewEdit(page, "delayDeactivateEdit", 512);
+    // The formula fields show the language's syntax in their tooltip and an example.
+    for (QLineEdit* logical : {m_condition, m_stopCondition}) {
+        logical->setToolTip(ZoText(60200));
+        logical->setPlaceholderText(ZoText(60202));
+    }
+    for (QLineEdit* numeric : {m_delayActivate, m_delayDeactivate}) {
+        numeric->setToolTip(ZoText(60201));
+        numeric->setPlaceholderText(ZoText(60203));
+    }
     m_timeTables = new ZoTimeTableChoiceModel(this);
     m_timeTable = new QComboBox(page);
     m_timeTable->setObjectName(QStringLiteral("timeTableCombo"));
     m_timeTable->setModel(m_timeTables);
     m_timeTable->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_timeTable->setMinimumContentsLength(24);
-    m_notify = NewCheck(page, "notifyCheck", ZoText(32827));
-    m_record = NewCheck(page, "recordCheck", ZoText(32828));
-    m_enabled = NewCheck(page, "enabledCheck", ZoText(37889));
+    m_notify = NewCheck(page, "notifyCheck", m_keys(ZoText(32827)));
+    m_record = NewCheck(page, "recordCheck", m_keys(ZoText(32828)));
+    m_enabled = NewCheck(page, "enabledCheck", m_keys(ZoText(37889)));
 
-    m_conditionLabel = NewLabel(page, "conditionLabel", ZoText(32479), m_condition);
-    m_stopLabel = NewLabel(page, "stopConditionLabel", ZoText(33120), m_stopCondition);
-    m_delayActivateLabel = NewLabel(page, "delayActivateLabel", ZoText(32802), m_delayActivate);
+    m_conditionLabel = NewLabel(page, "conditionLabel", m_keys(ZoText(32479)), m_condition);
+    m_stopLabel = NewLabel(page, "stopConditionLabel", m_keys(ZoText(33120)), m_stopCondition);
+    m_delayActivateLabel = NewLabel(page, "delayActivateLabel", m_keys(ZoText(32802)), m_delayActivate);
     m_delayDeactivateLabel =
-        NewLabel(page, "delayDeactivateLabel", ZoText(32803), m_delayDeactivate);
+        NewLabel(page, "delayDeactivateLabel", m_keys(ZoText(32803)), m_delayDeactivate);
 
     auto* timeTableRow = new QHBoxLayout;
     timeTableRow->addWidget(m_timeTable);
@@ -171,8 +189,8 @@ QWidget* ZoEDlgEventCfg::BuildGeneralTab()
     form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
     form->setRowWrapPolicy(QFormLayout::DontWrapRows);
     form->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    form->addRow(NewLabel(page, "nameLabel", ZoText(355), m_name), m_name);
-    form->addRow(NewLabel(page, "descriptionLabel", ZoText(32795), m_description), m_description);
+    form->addRow(NewLabel(page, "nameLabel", m_keys(ZoText(355)), m_name), m_name);
+    form->addRow(NewLabel(page, "descriptionLabel", m_keys(ZoText(32795)), m_description), m_description);
     form->addRow(NewSeparator(page));
     form->addRow(m_conditionLabel, m_condition);
     form->addRow(QString(), m_stopEnabled);
@@ -180,7 +198,7 @@ QWidget* ZoEDlgEventCfg::BuildGeneralTab()
     form->addRow(m_delayActivateLabel, m_delayActivate);
     form->addRow(m_delayDeactivateLabel, m_delayDeactivate);
     form->addRow(NewSeparator(page));
-    form->addRow(NewLabel(page, "timeTableLabel", ZoText(32829), m_timeTable), timeTableRow);
+    form->addRow(NewLabel(page, "timeTableLabel", m_keys(ZoText(32829)), m_timeTable), timeTableRow);
     form->addRow(QString(), flags);
     return page;
 }
@@ -191,9 +209,9 @@ QWidget* ZoEDlgEventCfg::BuildAdvancedTab()
 
     m_feedGroup = new QGroupBox(page);
     m_feedGroup->setObjectName(QStringLiteral("feedGroup"));
-    m_rssActivate = NewCheck(m_feedGroup, "rssActivateCheck", ZoText(34709));
-    m_rssDeactivate = NewCheck(m_feedGroup, "rssDeactivateCheck", ZoText(34710));
-    m_rssAcknowledge = NewCheck(m_feedGroup, "rssAcknowledgeCheck", ZoText(34711));
+    m_rssActivate = NewCheck(m_feedGroup, "rssActivateCheck", m_keys(ZoText(34709)));
+    m_rssDeactivate = NewCheck(m_feedGroup, "rssDeactivateCheck", m_keys(ZoText(34710)));
+    m_rssAcknowledge = NewCheck(m_feedGroup, "rssAcknowledgeCheck", m_keys(ZoText(34711)));
     auto* feed = new QVBoxLayout(m_feedGroup);
     feed->addWidget(m_rssActivate);
     feed->addWidget(m_rssDeactivate);
@@ -208,8 +226,8 @@ QWidget* ZoEDlgEventCfg::BuildAdvancedTab()
     m_ackAnnotation = NewEdit(annotations, "ackAnnotationEdit", 256);
 
     auto* lists = new QGridLayout;
-    lists->addWidget(NewLabel(annotations, "groupsLabel", ZoText(382), m_groupsList), 0, 0);
-    lists->addWidget(NewLabel(annotations, "argumentsLabel", ZoText(32807), m_argumentsList), 0, 1);
+    lists->addWidget(NewLabel(annotations, "groupsLabel", m_keys(ZoText(382)), m_groupsList), 0, 0);
+    lists->addWidget(NewLabel(annotations, "argumentsLabel", m_keys(ZoText(32807)), m_argumentsList), 0, 1);
     lists->addWidget(m_groupsList, 1, 0);
     lists->addWidget(m_argumentsList, 1, 1);
     lists->setColumnStretch(0, 1);
@@ -218,11 +236,11 @@ QWidget* ZoEDlgEventCfg::BuildAdvancedTab()
     auto* texts = new QFormLayout;
     texts->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
     texts->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    texts->addRow(NewLabel(annotations, "annotationLabel", ZoText(36788), m_annotation),
+    texts->addRow(NewLabel(annotations, "annotationLabel", m_keys(ZoText(36788)), m_annotation),
                   m_annotation);
-    texts->addRow(NewLabel(annotations, "deaAnnotationLabel", ZoText(36789), m_deaAnnotation),
+    texts->addRow(NewLabel(annotations, "deaAnnotationLabel", m_keys(ZoText(36789)), m_deaAnnotation),
                   m_deaAnnotation);
-    texts->addRow(NewLabel(annotations, "ackAnnotationLabel", ZoText(36790), m_ackAnnotation),
+    texts->addRow(NewLabel(annotations, "ackAnnotationLabel", m_keys(ZoText(36790)), m_ackAnnotation),
                   m_ackAnnotation);
 
     auto* area = new QVBoxLayout(annotations);
@@ -261,6 +279,9 @@ void ZoEDlgEventCfg::ConnectHandlers()
     connect(m_condition, &QLineEdit::textChanged, this, &ZoEDlgEventCfg::OnEditchangeCondition);
     connect(m_stopCondition, &QLineEdit::textChanged, this,
             &ZoEDlgEventCfg::OnEditchangeConditionStop);
+    connect(m_delayActivate, &QLineEdit::textChanged, this, &ZoEDlgEventCfg::OnEditchangeActivationFormule);
+    connect(m_delayDeactivate, &QLineEdit::textChanged, this,
+            &ZoEDlgEventCfg::OnEditchangeDeactivationFormule);
     connect(m_stopEnabled, &QCheckBox::toggled, this, &ZoEDlgEventCfg::OnEnableConditionStop);
     connect(m_notify, &QCheckBox::toggled, this, &ZoEDlgEventCfg::OnClickedNotify);
 }
@@ -400,18 +421,6 @@ void ZoEDlgEventCfg::OnOK()
 
 // ---- validation -------------------------------------------------------------------------
 
-// Hard errors first (name, condition); the formula, argument and action checks follow the
-// condition check.
-bool ZoEDlgEventCfg::IsValid()
-{
-    if (!IsValidName())
-        return false;
-    FillEmptyDelays();
-    if (!HasCondition())
-        return false;
-    return true;
-}
-
 bool ZoEDlgEventCfg::IsValidName()
 {
     std::wstring const name = TextOf(m_name);
@@ -475,17 +484,6 @@ void ZoEDlgEventCfg::OnSelchangeTab(int index)
 {
     if (index == TabAdvanced)
         UpdateFeedControls();
-}
-
-// The condition texts are not compared on OK: editing them marks the event changed.
-void ZoEDlgEventCfg::OnEditchangeCondition()
-{
-    m_changed = true;
-}
-
-void ZoEDlgEventCfg::OnEditchangeConditionStop()
-{
-    m_changed = true;
 }
 
 void ZoEDlgEventCfg::OnEnableConditionStop()

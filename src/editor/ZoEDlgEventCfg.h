@@ -2,7 +2,9 @@
 #include "config/XmlDocument.h"
 #include "editor/ZoEventFields.h"
 #include "platform/ui/ZoModal.h"
+#include "platform/ui/ZoMnemonics.h"
 
+#include <memory>
 #include <string>
 
 class QCheckBox;
@@ -14,7 +16,10 @@ class QPushButton;
 class QTabWidget;
 class QTreeView;
 class QWidget;
+class ZoEvaluator;
 class ZoTimeTableChoiceModel;
+struct ZoActionFault;
+struct ZoFormulaStatus;
 
 using XmlNode = XmlDocument::XmlNode;
 
@@ -54,6 +59,19 @@ public:
     // other focus code closes without either. Also what Enter does.
     void accept() override;
 
+    // Whether the event may be saved: the hard errors stop it, formula and action faults
+    // are asked about one after the other (Yes goes on). Shows its messages, the tab and
+    // the field concerned.
+    bool IsValid();
+    // Whether every checked action passes or was accepted by the user.
+    bool IsValidActions();
+    // One action of list (0 `actions`, 1 `clientActions`) at moment (0..3).
+    bool IsValidActionForce(XmlNode const& action, int list, int moment);
+    bool IsValidActionDevice(XmlNode const& action, int list, int moment);
+    bool IsValidActionScreen(XmlNode const& action, int list, int moment);
+    bool IsValidActionReport(XmlNode const& action, int list, int moment);
+    bool IsValidActionMail(XmlNode const& action, int list, int moment);
+
 protected:
     void OnInitDialog() override;
 
@@ -71,10 +89,12 @@ private:
     bool ActionPanelsModified() const;
     void SelectTabOfFocusCode();
 
-    bool IsValid();
     bool IsValidName();
     void FillEmptyDelays();
     bool HasCondition();
+    bool IsValidFormulas();
+    bool IsValidArguments();
+    bool AcceptAction(std::optional<ZoActionFault> const& fault, int list, int moment);
     void ShowTab(Tab tab);
     void FocusField(QLineEdit* field);
 
@@ -82,6 +102,9 @@ private:
     void OnSelchangeTab(int index);
     void OnEditchangeCondition();
     void OnEditchangeConditionStop();
+    void OnEditchangeActivationFormule();
+    void OnEditchangeDeactivationFormule();
+    void ShowStatus(QLabel* label, ZoFormulaStatus const& status);
     void OnEnableConditionStop();
     void OnClickedNotify();
     void UpdateFeedControls();
@@ -93,6 +116,8 @@ private:
     XmlDocument* m_users;
     std::wstring m_id;       // the event's id when the editor opened
     bool m_changed = false;  // set by edits that the field comparison cannot see
+    std::unique_ptr<ZoEvaluator> m_evaluator; // checks the formulas as they are typed
+    ZoMnemonics m_keys;                       // the Alt keys of the labels, boxes and tabs
 
     QTabWidget* m_tabs = nullptr;
     QLineEdit* m_name = nullptr;

@@ -10,6 +10,7 @@
 #include "platform/ui/ZoIcons.h"
 #include "platform/ui/ZoListView.h"
 #include "platform/ui/ZoMessage.h"
+#include "platform/ui/ZoMnemonics.h"
 #include <QApplication>
 #include <QBoxLayout>
 #include <QCursor>
@@ -124,11 +125,12 @@ void ZoEDlgEventsCfg::OnInitDialog()
     setWindowIcon(ZoVelmoraSetup::instance().ProgramIcon());
     setWindowTitle(ZoText(32791));
     m_label->setText(ZoText(32782));
-    m_addButton->setText(ZoText(378));
+    ZoMnemonics keys;
+    m_addButton->setText(keys(ZoText(378)));
     m_addButton->setIcon(ZoBitmapIcon(2402));
-    m_modifyButton->setText(ZoText(379));
+    m_modifyButton->setText(keys(ZoText(379)));
     m_modifyButton->setIcon(ZoBitmapIcon(2403));
-    m_deleteButton->setText(ZoText(380));
+    m_deleteButton->setText(keys(ZoText(380)));
     m_deleteButton->setIcon(ZoBitmapIcon(2404));
     m_okButton->setText(ZoText(311));
     m_okButton->setIcon(ZoImageIcon(L"OK-16.png"));

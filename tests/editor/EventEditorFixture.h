@@ -1,6 +1,7 @@
 #pragma once
 #include "config/XmlDocument.h"
 #include "editor/ZoEDlgEventCfg.h"
+#include "platform/drivers/ZoDeviceCatalog.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -18,20 +19,33 @@ using Tags_ = std::vector<std::wstring>;
 // An event with every key the editor edits.
 inline char const* const kFullEvent =
     "<id>{E-1}</id><name>Boiler overheat</name><description>Boiler too hot</description>"
-    "<condition>T1 &gt; 90</condition><conditionStop>T1 &lt; 80</conditionStop>"
+    "<condition>[BOILER.T1] &gt; 90</condition><conditionStop>[BOILER.T1] &lt; 80</conditionStop>"
     "<timeTable>{W-1}</timeTable><notify>T</notify><record>T</record><disabled>F</disabled>"
     "<delayToActivate>5</delayToActivate><delayToDeactivate>10</delayToDeactivate>"
     "<annotation>Boiler %a1</annotation><deaAnnotation>Boiler ok</deaAnnotation>"
     "<ackAnnotation>Seen</ackAnnotation><rssActivate>T</rssActivate>"
     "<rssDeactivate>F</rssDeactivate><rssAcknowledge>T</rssAcknowledge>";
 
+// The device catalog of the editor's tests: a boiler with a temperature (0 to 200), a
+// digital input and a writable set point, and the events pseudo-device of "Pump fault".
+inline char const kEditorTestCatalog[] =
+    "<deviceTree><catalog><driver><name>BOILER</name><type>MODBUS-TCP</type>"
+    "<variable><code>T1</code><type>analog</type><min>0</min><max>200</max></variable>"
+    "<variable><code>DI1</code><type>digital</type></variable>"
+    "<variable><code>SP</code><type>analog</type><writable>T</writable><min>0</min><max>150</max></variable>"
+    "</driver></catalog></deviceTree>";
+
 // A working copy of an `events` element holding "Pump fault", a time-tables document, and
-// the event editor opened on an event added to the copy.
+// the event editor opened on an event added to the copy; the test catalog is installed.
 class EventEditorTest : public ::testing::Test {
 protected:
+    ~EventEditorTest() override { ZoDeviceCatalog::Install(nullptr); }
     EventEditorTest()
     {
         EXPECT_TRUE(m_events.Parse("<events><event><id>{E-OTHER}</id><name>Pump fault</name></event></events>"));
+        XmlDocument devices;
+        EXPECT_TRUE(devices.Parse(kEditorTestCatalog));
+        ZoInstallProjectCatalog(devices.Root(), m_events.Root());
         EXPECT_TRUE(m_timeTables.Parse(
             "<timeTables><days><day><id>{D-1}</id><name>Workday</name></day><day><id>{D-2}</id><name>Weekend</name>"
             "</day></days><weeks><week><id>{W-1}</id><name>Office week</name></week></weeks>"

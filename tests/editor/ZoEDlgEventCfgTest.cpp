@@ -1,4 +1,5 @@
 #include "EventEditorFixture.h"
+#include "support/ScriptedAnswerer.h"
 
 #include "editor/ZoTimeTableChoiceModel.h"
 #include "platform/setup/ZoEventSystem.h"
@@ -51,9 +52,9 @@ TEST_F(EventEditorTest, NewEventGainsTheEightMomentListsAndItsKeysInWriteOrder)
     }
 
     SetText("nameEdit", "Door open");
-    SetText("conditionEdit", "DI1");
+    SetText("conditionEdit", "[BOILER.DI1]");
     Check("stopConditionCheck")->setChecked(true);
-    SetText("stopConditionEdit", "!DI1");
+    SetText("stopConditionEdit", "![BOILER.DI1]");
     TimeTables()->setCurrentIndex(1);
     ClickOk();
     ASSERT_EQ(m_dialog->result(), QDialog::Accepted);
@@ -93,6 +94,8 @@ TEST_F(EventEditorTest, EveryKeyLoadsAndSavesBack)
 
     // Change every field and save. Clearing the stop box removes the stop condition; every
     // text goes through a 256-character buffer, though a condition may be typed up to 512.
+    // The condition is no formula: the question is answered Yes.
+    ScriptedAnswerer answers;
     Open(event);
     for (TextKey const& text : kTextKeys)
         SetText(text.field, QString::fromStdWString(L"Ä " + std::wstring(text.key)));
@@ -105,6 +108,7 @@ TEST_F(EventEditorTest, EveryKeyLoadsAndSavesBack)
     TimeTables()->setCurrentIndex(4); // the calendar
     ClickOk();
     ASSERT_EQ(m_dialog->result(), QDialog::Accepted);
+    EXPECT_EQ(answers.Ids(), std::vector<unsigned>{32798});
     EXPECT_EQ(event->Value(L"id", L""), L"{E-1}");
     for (TextKey const& text : kTextKeys) {
         if (std::wstring_view(text.key) != L"condition" && std::wstring_view(text.key) != L"conditionStop") {
@@ -136,9 +140,10 @@ TEST_F(EventEditorTest, ChangesAreFoundInTheirOrder)
         {table, box("notifyCheck"), ZoEventChange::TimeTable},
         {box("notifyCheck"), box("recordCheck"), ZoEventChange::Notify},
         {box("recordCheck"), box("enabledCheck"), ZoEventChange::Record},
-        {box("enabledCheck"), text("delayActivateEdit"), ZoEventChange::Disabled},
-        {text("delayActivateEdit"), text("delayDeactivateEdit"), ZoEventChange::DelayToActivate},
-        {text("delayDeactivateEdit"), text("annotationEdit"), ZoEventChange::DelayToDeactivate},
+        {box("enabledCheck"), text("annotationEdit"), ZoEventChange::Disabled},
+        // A delay is a formula: like the conditions, its edit handler sets the flag.
+        {text("delayActivateEdit"), text("annotationEdit"), ZoEventChange::Flag},
+        {text("delayDeactivateEdit"), [] {}, ZoEventChange::Flag},
         {text("annotationEdit"), box("rssActivateCheck"), ZoEventChange::Annotation},
         {box("rssAcknowledgeCheck"), [] {}, ZoEventChange::Feed},
         {[&] { Check("stopConditionCheck")->setChecked(false); }, [] {}, ZoEventChange::Flag},

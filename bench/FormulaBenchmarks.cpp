@@ -1,0 +1,186 @@
+// Formulas: one condition analysed and evaluated as the editor does on every keystroke,
+// every formula of a large project analysed against a large device catalog, and building
+// that catalog.
+#include "BenchFixtures.h"
+
+#include "platform/drivers/ZoDeviceCatalog.h"
+#include "platform/formula/ZoEvaluator.h"
+#include "platform/tools/ZoUtf.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cstdlib>
+#include <memory>
+#include <string>
+
+namespace {
+
+using namespace zo::bench;
+using XmlNode = XmlDocument::XmlNode;
+
+constexpr int kCatalogDevices = 5000;
+
+int Arg(benchmark::State const& state) { return static_cast<int>(state.range(0)); }
+
+// The generated device catalog of 5,000 devices, parsed once.
+XmlDocument const& CatalogDocument()
+{
+    static XmlDocument const* doc = [] {
+        auto* parsed = new XmlDocument;
+        if (!zo::docgen::LoadGenerated(*parsed, zo::docgen::MakeDeviceCatalogXml(SpecFor(0), kCatalogDevices)))
+            std::abort();
+        return parsed;
+    }();
+    return *doc;
+}
+
+std::unique_ptr<ZoDeviceCatalog> DevicesCatalog()
+{
+    auto catalog = std::make_unique<ZoDeviceCatalog>();
+    catalog->LoadDevices(CatalogDocument().Root());
+    return catalog;
+}
+
+// 200 characters, 8 variables of the 5,000-device catalog.
+constexpr wchar_t kCondition[] =
+    L"[PLC1.PUMP_1_PRESSURE]>8.5 AND [PLC1.PUMP_1_RUN]=1 OR [PLC2.VALVE_3_FLOW]<12 AND "
+    L"[PLC3.FAN_7_CURRENT]>40 OR [PLC4.FAN_2_SPEED]<300 AND [PLC5.TANK_9_LEVEL]>1.5 OR "
+    L"[PLC6.FAN_4_RUN]=1 AND [PLC8.FAN_5_POWER]>5";
+
+// What the event editor does on each keystroke of the condition: a new evaluator on the
+// text, analysed and evaluated with the editor's checks.
+void BM_EvaluateCondition(benchmark::State& state)
+{
+    auto const catalog = DevicesCatalog();
+    ZoDeviceCatalog::Install(nullptr);
+    int code = -1;
+    for (auto _ : state) {
+        ZoEvaluator evaluator(kCondition);
+        evaluator.SetCatalog(catalog.get());
+        evaluator.SetFlags(ZoEvaluator::kEditorCheck, ~0u);
+        int const kind = evaluator.AnalizeExpression();
+        double value = 0;
+        int type = 0;
+        code = evaluator.Evaluate(value, type) + 100 * kind;
+        benchmark::DoNotOptimize(value);
+    }
+    if (code != 100)
+        state.SkipWithError("the condition does not evaluate as a logical formula without fault");
+    state.counters["chars"] = static_cast<double>(std::wstring_view(kCondition).size());
+}
+
+// Calls visit(text) for the UTF-8 text of every condition, stop condition, delay and
+// argument value of the project; returns how many there were.
+template <class Visit>
+long VisitFormulas(XmlNode const& events, Visit const& visit)
+{
+    XmlDocument const& doc = *events.Document();
+    void const* const condition = doc.TagKey(L"condition");
+    void const* const stop = doc.TagKey(L"conditionStop");
+    void const* const delayOn = doc.TagKey(L"delayToActivate");
+    void const* const delayOff = doc.TagKey(L"delayToDeactivate");
+    void const* const arguments = doc.TagKey(L"arguments");
+    void const* const value = doc.TagKey(L"value");
+    long count = 0;
+    for (XmlNode const* event = events.FirstChild(); event; event = event->NextSibling()) {
+        for (XmlNode const* key = event->FirstChild(); key; key = key->NextSibling()) {
+            void const* const tag = key->TagKey();
+            if (tag == condition || tag == stop || tag == delayOn || tag == delayOff) {
+                visit(key->TextUtf8(), tag == condition || tag == stop);
+                ++count;
+            } else if (tag == arguments) {
+                for (XmlNode const* argument = key->FirstChild(); argument; argument = argument->NextSibling())
+                    for (XmlNode const* part = argument->FirstChild(); part; part = part->NextSibling())
+                        if (part->TagKey() == value) {
+                            visit(part->TextUtf8(), false);
+                            ++count;
+                        }
+            }
+        }
+    }
+    return count;
+}
+
+// Every formula of the project analysed and evaluated, one evaluator reused, against the
+// catalog of 5,000 devices and the project's events pseudo-devices.
+void BM_AnalyseProjectFormulas(benchmark::State& state)
+{
+    auto project = LoadProject(Arg(state));
+    auto const catalog = DevicesCatalog();
+    catalog->LoadEvents(project->Events());
+    long formulas = 0;
+    long faults = 0;
+    std::string firstFault;
+    for (auto _ : state) {
+        ZoEvaluator evaluator;
+        evaluator.SetCatalog(catalog.get());
+        evaluator.SetFlags(ZoEvaluator::kEditorCheck, ~0u);
+        faults = 0;
+        formulas = VisitFormulas(*project->Events(), [&](std::string_view text, bool logical) {
+            evaluator.SetUtf8(text);
+            double value = 0;
+            int type = 0;
+            int const kind = evaluator.AnalizeExpression();
+            int const code = evaluator.Evaluate(value, type);
+            if (code != 0 || kind != (logical ? 1 : 0)) {
+                if (faults++ == 0)
+                    firstFault = "a generated formula does not evaluate without fault: " + std::string(text) + ": " +
+                                 ZoToUtf8(evaluator.ErrorMsg(code));
+            }
+        });
+    }
+    if (faults != 0)
+        state.SkipWithError(firstFault.c_str());
+    state.counters["formulas"] = static_cast<double>(formulas);
+    state.counters["faults"] = static_cast<double>(faults);
+}
+
+// Floor: the same walk over the project, each formula's text only converted to wide text
+// as SetUtf8 does, nothing analysed.
+void BM_ReadProjectFormulas(benchmark::State& state)
+{
+    auto project = LoadProject(Arg(state));
+    std::wstring text;
+    long formulas = 0;
+    for (auto _ : state) {
+        formulas = VisitFormulas(*project->Events(), [&](std::string_view utf8, bool) {
+            text.clear();
+            ZoAppendUtf8AsWide(text, utf8);
+            benchmark::DoNotOptimize(text.data());
+        });
+    }
+    state.counters["formulas"] = static_cast<double>(formulas);
+}
+
+// The events pseudo-devices of the project, rebuilt (as after the events list closed).
+void BM_CatalogLoadEvents(benchmark::State& state)
+{
+    auto project = LoadProject(Arg(state));
+    ZoDeviceCatalog catalog;
+    for (auto _ : state)
+        catalog.LoadEvents(project->Events());
+    state.counters["devices"] = static_cast<double>(catalog.EventsDevices().size());
+    state.counters["MemoryUsed_MB"] = static_cast<double>(catalog.MemoryUsed()) / 1e6;
+}
+
+// The 5,000 devices of the catalog element, read from the parsed document.
+void BM_CatalogLoadDevices(benchmark::State& state)
+{
+    ZoDeviceCatalog catalog;
+    for (auto _ : state)
+        catalog.LoadDevices(CatalogDocument().Root());
+    std::size_t variables = 0;
+    for (ZoDriver const& driver : catalog.Devices())
+        variables += driver.Variables().size();
+    state.counters["devices"] = static_cast<double>(catalog.Devices().size());
+    state.counters["variables"] = static_cast<double>(variables);
+    state.counters["MemoryUsed_MB"] = static_cast<double>(catalog.MemoryUsed()) / 1e6;
+}
+
+} // namespace
+
+BENCHMARK(BM_EvaluateCondition)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_ReadProjectFormulas)->Arg(100000)->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(BM_AnalyseProjectFormulas)->Arg(100000)->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(BM_CatalogLoadEvents)->Arg(100000)->Unit(benchmark::kMillisecond)->Iterations(10);
+BENCHMARK(BM_CatalogLoadDevices)->Arg(kCatalogDevices)->Unit(benchmark::kMillisecond)->Iterations(5);
