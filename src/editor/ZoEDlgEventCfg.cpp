@@ -21,6 +21,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QShortcut>
+#include <QToolButton>
 #include <QStandardItemModel>
 #include <QTabWidget>
 #include <QTreeView>
@@ -51,6 +53,30 @@ QCheckBox* NewCheck(QWidget* parent, char const* objectName, QString const& text
     auto* check = new QCheckBox(text, parent);
     check->setObjectName(QLatin1String(objectName));
     return check;
+}
+
+// The button that opens the formula wizard on a formula field; Ctrl+Space in the field
+// does the same.
+QToolButton* NewWizardButton(QWidget* parent, char const* objectName, QLineEdit* field)
+{
+    auto* button = new QToolButton(parent);
+    button->setObjectName(QLatin1String(objectName));
+    button->setIcon(ZoImageIcon(L"WIZARD-16.png"));
+    button->setToolTip(ZoText(60204));
+    button->setAutoRaise(true);
+    auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Space), field);
+    shortcut->setContext(Qt::WidgetShortcut);
+    QObject::connect(shortcut, &QShortcut::activated, button, &QToolButton::click);
+    return button;
+}
+
+QHBoxLayout* WithButton(QLineEdit* field, QToolButton* button)
+{
+    auto* row = new QHBoxLayout;
+    row->setSpacing(2);
+    row->addWidget(field, 1);
+    row->addWidget(button);
+    return row;
 }
 
 QFrame* NewSeparator(QWidget* parent)
@@ -192,11 +218,15 @@ QWidget* ZoEDlgEventCfg::BuildGeneralTab()
     form->addRow(NewLabel(page, "nameLabel", m_keys(ZoText(355)), m_name), m_name);
     form->addRow(NewLabel(page, "descriptionLabel", m_keys(ZoText(32795)), m_description), m_description);
     form->addRow(NewSeparator(page));
-    form->addRow(m_conditionLabel, m_condition);
+    m_conditionWizard = NewWizardButton(page, "conditionWizardButton", m_condition);
+    m_stopWizard = NewWizardButton(page, "stopConditionWizardButton", m_stopCondition);
+    m_delayActivateWizard = NewWizardButton(page, "delayActivateWizardButton", m_delayActivate);
+    m_delayDeactivateWizard = NewWizardButton(page, "delayDeactivateWizardButton", m_delayDeactivate);
+    form->addRow(m_conditionLabel, WithButton(m_condition, m_conditionWizard));
     form->addRow(QString(), m_stopEnabled);
-    form->addRow(m_stopLabel, m_stopCondition);
-    form->addRow(m_delayActivateLabel, m_delayActivate);
-    form->addRow(m_delayDeactivateLabel, m_delayDeactivate);
+    form->addRow(m_stopLabel, WithButton(m_stopCondition, m_stopWizard));
+    form->addRow(m_delayActivateLabel, WithButton(m_delayActivate, m_delayActivateWizard));
+    form->addRow(m_delayDeactivateLabel, WithButton(m_delayDeactivate, m_delayDeactivateWizard));
     form->addRow(NewSeparator(page));
     form->addRow(NewLabel(page, "timeTableLabel", m_keys(ZoText(32829)), m_timeTable), timeTableRow);
     form->addRow(QString(), flags);
@@ -283,6 +313,10 @@ void ZoEDlgEventCfg::ConnectHandlers()
     connect(m_delayDeactivate, &QLineEdit::textChanged, this,
             &ZoEDlgEventCfg::OnEditchangeDeactivationFormule);
     connect(m_stopEnabled, &QCheckBox::toggled, this, &ZoEDlgEventCfg::OnEnableConditionStop);
+    connect(m_conditionWizard, &QToolButton::clicked, this, &ZoEDlgEventCfg::OnWizzard);
+    connect(m_stopWizard, &QToolButton::clicked, this, &ZoEDlgEventCfg::OnStopWizzard);
+    connect(m_delayActivateWizard, &QToolButton::clicked, this, &ZoEDlgEventCfg::OnActivationFormuleWizzard);
+    connect(m_delayDeactivateWizard, &QToolButton::clicked, this, &ZoEDlgEventCfg::OnDeactivationFormuleWizzard);
     connect(m_notify, &QCheckBox::toggled, this, &ZoEDlgEventCfg::OnClickedNotify);
 }
 
@@ -491,6 +525,7 @@ void ZoEDlgEventCfg::OnEnableConditionStop()
     bool const on = m_stopEnabled->isChecked();
     m_stopLabel->setEnabled(on);
     m_stopCondition->setEnabled(on);
+    m_stopWizard->setEnabled(on);
     m_changed = true;
 }
 

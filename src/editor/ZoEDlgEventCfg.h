@@ -14,6 +14,7 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QTabWidget;
+class QToolButton;
 class QTreeView;
 class QWidget;
 class ZoEvaluator;
@@ -33,7 +34,8 @@ using XmlNode = XmlDocument::XmlNode;
 //   enabledCheck, rssActivateCheck, rssDeactivateCheck, rssAcknowledgeCheck,
 //   annotationEdit, deaAnnotationEdit, ackAnnotationEdit, okButton, cancelButton
 // and further: the labels conditionLabel, stopConditionLabel, delayActivateLabel,
-//   delayDeactivateLabel; feedGroup (the feed check boxes' frame); groupsList and
+//   delayDeactivateLabel; the formula wizards' buttons conditionWizardButton,
+//   stopConditionWizardButton, delayActivateWizardButton, delayDeactivateWizardButton; feedGroup (the feed check boxes' frame); groupsList and
 //   argumentsList; actionsMomentTabs and clientActionsMomentTabs (one page per moment).
 class ZoEDlgEventCfg : public ZoDialog {
     Q_OBJECT
@@ -105,6 +107,11 @@ private:
     void OnEditchangeActivationFormule();
     void OnEditchangeDeactivationFormule();
     void ShowStatus(QLabel* label, ZoFormulaStatus const& status);
+    void OnWizzard();
+    void OnStopWizzard();
+    void OnActivationFormuleWizzard();
+    void OnDeactivationFormuleWizzard();
+    void RunFormulaWizard(QLineEdit* field, bool numeric);
     void OnEnableConditionStop();
     void OnClickedNotify();
     void UpdateFeedControls();
@@ -131,6 +138,10 @@ private:
     QLineEdit* m_delayActivate = nullptr;
     QLabel* m_delayDeactivateLabel = nullptr;
     QLineEdit* m_delayDeactivate = nullptr;
+    QToolButton* m_conditionWizard = nullptr;
+    QToolButton* m_stopWizard = nullptr;
+    QToolButton* m_delayActivateWizard = nullptr;
+    QToolButton* m_delayDeactivateWizard = nullptr;
     QComboBox* m_timeTable = nullptr;
     ZoTimeTableChoiceModel* m_timeTables = nullptr;
     QCheckBox* m_notify = nullptr;

@@ -4,6 +4,7 @@
 
 #include "editor/ZoFormulaStatus.h"
 #include "platform/formula/ZoEvaluator.h"
+#include "platform/reports/CDlgWizzard.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -44,4 +45,45 @@ void ZoEDlgEventCfg::OnEditchangeActivationFormule()
 void ZoEDlgEventCfg::OnEditchangeDeactivationFormule()
 {
     ShowStatus(m_delayDeactivateLabel, ZoNumericFormulaStatus(*m_evaluator, FormulaOf(m_delayDeactivate)));
+}
+
+// The four wizards open the formula wizard on the field's text and selection, offering
+// every variable a number or a logical value can be read from; OK replaces the field's
+// text (which checks it again through the edit handler).
+void ZoEDlgEventCfg::RunFormulaWizard(QLineEdit* field, bool numeric)
+{
+    int start = field->cursorPosition();
+    int end = start;
+    if (field->hasSelectedText()) {
+        start = field->selectionStart();
+        end = field->selectionEnd();
+    }
+    CDlgWizzard wizard(this, std::bitset<34>(4), false, 13);
+    wizard.SetExpression(field->text().toStdWString(), start, end);
+    wizard.SetExpected(numeric ? ZoWizardStatus::Expect::Numeric : ZoWizardStatus::Expect::Logical);
+    wizard.m_bShowStatus = true;
+    if (wizard.DoModal() != QDialog::Accepted)
+        return;
+    field->setText(QString::fromStdWString(wizard.Expression()));
+    field->setFocus(Qt::OtherFocusReason);
+}
+
+void ZoEDlgEventCfg::OnWizzard()
+{
+    RunFormulaWizard(m_condition, false);
+}
+
+void ZoEDlgEventCfg::OnStopWizzard()
+{
+    RunFormulaWizard(m_stopCondition, false);
+}
+
+void ZoEDlgEventCfg::OnActivationFormuleWizzard()
+{
+    RunFormulaWizard(m_delayActivate, true);
+}
+
+void ZoEDlgEventCfg::OnDeactivationFormuleWizzard()
+{
+    RunFormulaWizard(m_delayDeactivate, true);
 }

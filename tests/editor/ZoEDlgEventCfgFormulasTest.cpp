@@ -1,13 +1,16 @@
 #include "EventEditorFixture.h"
 
 #include "editor/ZoActionChecks.h"
+#include "platform/reports/CDlgWizzard.h"
 #include "platform/formula/ZoEvaluator.h"
 #include "platform/tools/ZoFormat.h"
 #include "platform/tools/ZoTexts.h"
 #include "platform/tools/ZoUtf.h"
+#include "support/ModalScript.h"
 #include "support/ScriptedAnswerer.h"
 
 #include <QLabel>
+#include <QToolButton>
 
 namespace {
 
@@ -239,4 +242,30 @@ TEST_F(EventFormulaTest, ForceActionNeedsAWritableVariableAndASuitableValue)
         ASSERT_TRUE(mail.Parse(xml));
         EXPECT_EQ(!ZoCheckMailAction(*mail.Root()), passes) << xml;
     }
+}
+
+// Each formula's wizard opens on the field's text and selection and, on OK, replaces the
+// text, which the label then checks; Cancel changes nothing. The stop condition's wizard
+// follows its check box.
+TEST_F(EventFormulaTest, WizardsEditTheirFieldAtTheSelection)
+{
+    Open(m_event);
+    Edit("conditionEdit")->setSelection(14, 2); // "90" of "[BOILER.T1] > 90"
+    ModalScript modal(ModalScript::As<CDlgWizzard>([](CDlgWizzard& wizard) {
+        EXPECT_TRUE(wizard.m_bShowStatus);
+        wizard.InsertVariable("BOILER.DI1");
+        return ModalScript::ClickOk(wizard);
+    }));
+    Get<QToolButton>("conditionWizardButton")->click();
+    EXPECT_EQ(Edit("conditionEdit")->text(), "[BOILER.T1] > [BOILER.DI1]");
+    EXPECT_EQ(Label("conditionLabel"), WithStatus(32479, 36029));
+
+    modal.Then(ModalScript::Reject());
+    Get<QToolButton>("delayActivateWizardButton")->click();
+    EXPECT_EQ(Edit("delayActivateEdit")->text(), "5");
+    EXPECT_EQ(modal.Classes(), (QStringList{"CDlgWizzard", "CDlgWizzard"}));
+
+    EXPECT_TRUE(Get<QToolButton>("stopConditionWizardButton")->isEnabled());
+    Check("stopConditionCheck")->setChecked(false);
+    EXPECT_FALSE(Get<QToolButton>("stopConditionWizardButton")->isEnabled());
 }

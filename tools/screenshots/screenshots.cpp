@@ -2,14 +2,29 @@
 //
 // Opens the host editor's window on a copy of the project, then the events list with the
 // named event selected (the first one when no event has that name) and the event editor on
-// that event, and saves a PNG of each window into OUTPUT_FOLDER:
+// that event, then the time-tables setup on the project's time tables with each of its
+// dialogs, and saves a PNG of each window into OUTPUT_FOLDER:
 //   main-window.png, events-list.png, event-editor.png (General tab),
-//   event-editor-advanced.png (Advanced tab)
+//   event-editor-advanced.png (Advanced tab), time-tables.png, time-table-kind.png,
+//   time-table-day.png, time-slot.png, time-table-week.png, time-table-calendar.png,
+//   fast-selection.png, formula-wizard.png (the formula wizard on a condition, as the event
+//   editor opens it), variable-chooser.png (the device chooser picking a variable)
 // Every dialog is cancelled and the project is copied first, so nothing is ever written
 // into PROJECT_FOLDER. Needs a real display (scripts/screenshots.sh uses xvfb-run).
 #include "MainWindow.h"
 #include "editor/ZoEDlgEventCfg.h"
 #include "events/ZoEDlgEventsCfg.h"
+#include "platform/calendar/CDlgFastSelection.h"
+#include "platform/calendar/ZoCalendar.h"
+#include "platform/drivers/ZoSelectDriver.h"
+#include "platform/reports/CDlgWizzard.h"
+#include "timetables/SlotGridCtrl.h"
+#include "timetables/ZoDlgEventNewModifySlot.h"
+#include "timetables/ZoDlgTimeTableDaily.h"
+#include "timetables/ZoDlgTimeTableSetup.h"
+#include "timetables/ZoDlgTimeTableWeekly.h"
+#include "timetables/ZoDlgTimeTableWizzard.h"
+#include "timetables/ZoDlgTimeTableYearly.h"
 #include "platform/tools/ZoTexts.h"
 #include "platform/ui/ZoModal.h"
 
@@ -21,13 +36,16 @@
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QLockFile>
+#include <QLineEdit>
 #include <QPixmap>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStatusBar>
 #include <QStyleFactory>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QThread>
+#include <QTest>
 #include <QTreeView>
 
 #include <algorithm>
@@ -144,6 +162,161 @@ int ShootList(QDialog& dialog, QString const& eventName)
     return QDialog::Rejected;
 }
 
+
+// Selects the row showing `name` in a list (the first row when none does).
+void SelectRow(QTreeView* view, QString const& name)
+{
+    QAbstractItemModel* model = view->model();
+    QModelIndexList const found = model->match(model->index(0, 0), Qt::DisplayRole, name, 1, Qt::MatchExactly);
+    QModelIndex const row = found.value(0, model->index(0, 0));
+    view->setCurrentIndex(row);
+    view->selectionModel()->select(row, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+void ClickButton(QDialog& dialog, char const* name)
+{
+    if (auto* button = dialog.findChild<QPushButton*>(QLatin1String(name)))
+        button->click();
+    else
+        Fail(name);
+}
+
+// The setup list; then the kind chooser, and each editor on a table of the demo.
+int ShootTimeTables(QDialog& dialog)
+{
+    dialog.resize(560, 400);
+    Show(dialog);
+    auto* view = dialog.findChild<QTreeView*>(QStringLiteral("timeTablesList"));
+    if (!view || view->model()->rowCount() == 0) {
+        Fail("the time-tables list shows no table");
+        dialog.reject();
+        return QDialog::Rejected;
+    }
+    SelectRow(view, QStringLiteral("Working hours"));
+    view->setFocus();
+    Save(dialog, "time-tables.png");
+    ClickButton(dialog, "addButton");
+    for (char const* name : {"Working hours", "Operations week", "Public holidays"}) {
+        SelectRow(view, QString::fromLatin1(name));
+        ClickButton(dialog, "modifyButton");
+    }
+    dialog.reject();
+    return QDialog::Rejected;
+}
+
+int ShootKindChooser(QDialog& dialog)
+{
+    Show(dialog);
+    Save(dialog, "time-table-kind.png");
+    dialog.reject();
+    return QDialog::Rejected;
+}
+
+// The day editor with its first slot selected; its Modify button opens the slot editor.
+int ShootDayEditor(QDialog& dialog)
+{
+    dialog.resize(520, 460);
+    Show(dialog);
+    if (auto* slotList = dialog.findChild<QTreeView*>(QStringLiteral("slotsList")))
+        SelectRow(slotList, QString());
+    Save(dialog, "time-table-day.png");
+    ClickButton(dialog, "modifySlotButton");
+    dialog.reject();
+    return QDialog::Rejected;
+}
+
+// The slot editor after a drag from 07:00 to 15:15 over its grid.
+int ShootSlotEditor(QDialog& dialog)
+{
+    Show(dialog);
+    if (auto* grid = dialog.findChild<SlotGridCtrl*>(QStringLiteral("slotGrid"))) {
+        QTest::mousePress(grid, Qt::LeftButton, {}, grid->QuarterCenter(7 * 60));
+        QTest::mouseMove(grid, grid->QuarterCenter(12 * 60));
+        QTest::mouseMove(grid, grid->QuarterCenter(15 * 60 + 15));
+        QTest::mouseRelease(grid, Qt::LeftButton, {}, grid->QuarterCenter(15 * 60 + 15));
+    } else {
+        Fail("the slot editor has no grid");
+    }
+    Save(dialog, "time-slot.png");
+    dialog.reject();
+    return QDialog::Rejected;
+}
+
+int ShootWeekEditor(QDialog& dialog)
+{
+    Show(dialog);
+    Save(dialog, "time-table-week.png");
+    dialog.reject();
+    return QDialog::Rejected;
+}
+
+// The calendar editor on the demo's first painted year with a day program chosen; then the
+// fast selection.
+int ShootCalendarEditor(QDialog& dialog)
+{
+    dialog.resize(1100, 640);
+    Show(dialog);
+    if (auto* programs = dialog.findChild<QTreeView*>(QStringLiteral("dayProgramsList")))
+        SelectRow(programs, QStringLiteral("Holiday"));
+    Save(dialog, "time-table-calendar.png");
+    ClickButton(dialog, "fastSelectionButton");
+    dialog.reject();
+    return QDialog::Rejected;
+}
+
+int ShootFastSelection(QDialog& dialog)
+{
+    if (auto* fast = qobject_cast<CDlgFastSelection*>(&dialog))
+        fast->SetMasks(0b000001000001, 0b1000000); // January and July, Sundays
+    Show(dialog);
+    Save(dialog, "fast-selection.png");
+    dialog.reject();
+    return QDialog::Rejected;
+}
+
+// The formula wizard on a condition, with the tree filtered on the pumps and a function
+// selected.
+int ShootFormulaWizard(QDialog& dialog)
+{
+    dialog.resize(940, 640);
+    Show(dialog);
+    if (auto* filter = dialog.findChild<QLineEdit*>(QStringLiteral("filterEdit")))
+        QTest::keyClicks(filter, QStringLiteral("pump1"));
+    if (auto* functions = dialog.findChild<QTreeView*>(QStringLiteral("functionsList")))
+        SelectRow(functions, QStringLiteral("between(x, low, high)"));
+    if (auto* expression = dialog.findChild<QPlainTextEdit*>(QStringLiteral("expressionEdit")))
+        expression->setFocus();
+    Save(dialog, "formula-wizard.png");
+    dialog.reject();
+    return QDialog::Rejected;
+}
+
+// The variable chooser with a filter typed and a variable current.
+int ShootVariableChooser(QDialog& dialog)
+{
+    dialog.resize(720, 520);
+    Show(dialog);
+    if (auto* filter = dialog.findChild<QLineEdit*>(QStringLiteral("filterEdit")))
+        QTest::keyClicks(filter, QStringLiteral("speed"));
+    if (auto* tree = dialog.findChild<QTreeView*>(QStringLiteral("devicesTree"))) {
+        tree->setFocus();
+        QTest::keyClick(tree, Qt::Key_Down);
+    }
+    Save(dialog, "variable-chooser.png");
+    dialog.reject();
+    return QDialog::Rejected;
+}
+
+// The time-tables document of the project copy, as the host reads it.
+bool LoadTimeTables(QString const& folder, XmlDocument& document)
+{
+    QFile file(QDir(folder).filePath(QStringLiteral("TimeTables.zocfg")));
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    QByteArray const bytes = file.readAll();
+    return document.Parse(bytes.constData(), std::size_t(bytes.size())) && document.Root();
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -208,10 +381,58 @@ int main(int argc, char** argv)
     Save(window, "main-window.png");
 
     window.OnEventsList();
+
+    XmlDocument timeTables;
+    if (LoadTimeTables(copy.path(), timeTables)) {
+        ZoSetModalRunner([](QDialog& dialog) {
+            if (qobject_cast<ZoDlgTimeTableSetup*>(&dialog))
+                return ShootTimeTables(dialog);
+            if (qobject_cast<ZoDlgTimeTableWizzard*>(&dialog))
+                return ShootKindChooser(dialog);
+            if (qobject_cast<ZoDlgTimeTableDaily*>(&dialog))
+                return ShootDayEditor(dialog);
+            if (qobject_cast<ZoDlgEventNewModifySlot*>(&dialog))
+                return ShootSlotEditor(dialog);
+            if (qobject_cast<ZoDlgTimeTableWeekly*>(&dialog))
+                return ShootWeekEditor(dialog);
+            if (qobject_cast<ZoDlgTimeTableYearly*>(&dialog))
+                return ShootCalendarEditor(dialog);
+            if (qobject_cast<CDlgFastSelection*>(&dialog))
+                return ShootFastSelection(dialog);
+            Fail(dialog.metaObject()->className());
+            dialog.reject();
+            return int(QDialog::Rejected);
+        });
+        ZoDlgTimeTableSetup setup(&window, &timeTables);
+        setup.DoModal();
+    } else {
+        Fail("the project's time tables cannot be read");
+    }
+
+    ZoSetModalRunner([](QDialog& dialog) {
+        if (qobject_cast<CDlgWizzard*>(&dialog))
+            return ShootFormulaWizard(dialog);
+        if (qobject_cast<ZoSelectDriver*>(&dialog))
+            return ShootVariableChooser(dialog);
+        Fail(dialog.metaObject()->className());
+        dialog.reject();
+        return int(QDialog::Rejected);
+    });
+    {
+        // As the event editor opens it on a condition, with the caller's selection.
+        std::wstring const condition = L"[PLC1.TANK_LEVEL] > 95 AND [PUMP1.RUNNING] = 1 AND [PUMP1.CURRENT] = 12";
+        CDlgWizzard wizard(&window, std::bitset<34>(4), false, 13);
+        wizard.SetExpression(condition, static_cast<int>(condition.find(L"[PUMP1.CURRENT]")),
+                             static_cast<int>(condition.size()));
+        wizard.m_bShowStatus = true;
+        wizard.DoModal();
+        std::wstring variable = L"PUMP2.SPEED_SP";
+        ZoSelectDriver::SelectDriverAndVar(&window, variable, ZoTypeSet().set(), true);
+    }
     ZoSetModalRunner({});
 
     window.close();
-    if (g_saved != 4)
+    if (g_saved != 13)
         Fail("not every window could be taken");
     return g_failures == 0 ? 0 : 1;
 }

@@ -1,0 +1,211 @@
+// The device chooser: the tree of devices and variables as the user sees it after each
+// filter, the offered variables, and the dialog driven from the keyboard.
+#include "platform/drivers/ZoDeviceTreeModel.h"
+#include "platform/drivers/ZoDeviceTreePanel.h"
+#include "platform/drivers/ZoSelectDriver.h"
+#include "platform/reports/ChooserTestCatalog.h"
+#include "support/ModalScript.h"
+
+#include <QAbstractItemModelTester>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QTreeView>
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+// Failures show texts, not bytes.
+static void PrintTo(QString const& text, std::ostream* out)
+{
+    *out << '"' << text.toStdString() << '"';
+}
+
+namespace {
+
+// The tree as one line: "PLC1: LEVEL RUN | PUMP1: CURRENT | Events (1): R$EVE_Pump fault: ST".
+QString Tree(QAbstractItemModel const& model, QModelIndex const& parent = {})
+{
+    QStringList rows;
+    for (int row = 0; row < model.rowCount(parent); ++row) {
+        QModelIndex const index = model.index(row, 0, parent);
+        QString text = index.data().toString();
+        if (model.rowCount(index) > 0)
+            text += QStringLiteral(": ") + Tree(model, index);
+        rows << text;
+    }
+    return rows.join(parent.isValid() && model.index(0, 0, parent).data().toString().startsWith(QStringLiteral("R$"))
+                         ? QStringLiteral(", ")
+                         : (parent.isValid() ? QStringLiteral(" ") : QStringLiteral(" | ")));
+}
+
+QString const kAll = QStringLiteral(
+    "Line 2.A: FLOW | PLC1: LEVEL RUN MODE NAME ENERGY SETPOINT | PUMP1: CURRENT HOURS"
+    " | Events (2): R$EVE_Pump fault: ST TACT CACT CDIS CACK CTIM, R$EVE_Tank high: ST TACT CACT CDIS CACK CTIM");
+
+class DeviceTree : public ::testing::Test {
+protected:
+    std::unique_ptr<ZoDeviceCatalog> m_catalog = MakeChooserTestCatalog();
+};
+
+TEST_F(DeviceTree, ShowsDevicesByNameThenTheEventsBranch)
+{
+    ZoDeviceTreeModel model(m_catalog.get(), ZoDeviceTreeModel::Mode::Variables);
+    QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    EXPECT_EQ(Tree(model), kAll);
+    QModelIndex const plc1 = model.index(1, 0);
+    QModelIndex const mode = model.index(2, 0, plc1);
+    EXPECT_EQ(model.index(1, ZoDeviceTreeModel::DescriptionColumn).data().toString(), "Station controller");
+    EXPECT_EQ(model.index(2, ZoDeviceTreeModel::KindColumn, plc1).data().toString(), "integer");
+    EXPECT_EQ(model.ReferenceOf(mode), "PLC1.MODE");
+    EXPECT_EQ(model.DetailsOf(mode), "PLC1.MODE\nStation mode\nValues: 1 Local, 2 Remote\nCan be written");
+    EXPECT_EQ(model.DetailsOf(model.index(0, 0, model.index(0, 0))).toStdString(),
+              "Line 2.A.FLOW\nOutlet flow\nValues: number m3/h\nRead-only");
+    QModelIndex const event = model.index(0, 0, model.index(3, 0));
+    EXPECT_EQ(model.ReferenceOf(model.index(0, 0, event)), "R$EVE_Pump fault.ST");
+    EXPECT_EQ(model.FindReference("R$EVE_Tank high.CTIM").parent().data().toString(), "R$EVE_Tank high");
+    EXPECT_EQ(model.FindReference("Line 2.A.FLOW").parent().data().toString(), "Line 2.A");
+    EXPECT_FALSE(model.FindReference("PLC1.NOPE").isValid());
+}
+
+TEST_F(DeviceTree, FilterFindsNamesCodesAndDescriptionsIgnoringCase)
+{
+    ZoDeviceTreeModel model(m_catalog.get(), ZoDeviceTreeModel::Mode::Variables);
+    QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    struct Case {
+        char const* filter;
+        QString tree;
+    };
+    Case const cases[] = {
+        {"pump1", "PUMP1: CURRENT HOURS"},                         // a device's name: all its variables
+        {"RAW WATER", "PUMP1: CURRENT HOURS"},                     // a device's description
+        {"level", "PLC1: LEVEL SETPOINT"},                         // a code, and a description
+        {"running", "PLC1: RUN | PUMP1: HOURS"},                   // descriptions
+        {"plc1.se", "PLC1: SETPOINT"},                             // device and code
+        {"tank", "PLC1: LEVEL | Events (1): R$EVE_Tank high: ST TACT CACT CDIS CACK CTIM"},
+        {"acknowledgements", "Events (2): R$EVE_Pump fault: CACK, R$EVE_Tank high: CACK"},
+        {"nothing like it", ""},
+        {"", kAll},
+    };
+    for (Case const& c : cases) {
+        model.SetFilter(QString::fromUtf8(c.filter));
+        EXPECT_EQ(Tree(model), c.tree) << c.filter;
+    }
+    // Typing on (each keystroke narrows what the last one kept) and back gives the same rows
+    // as filtering at once.
+    for (char const* typed : {"e", "en", "ene", "ener", "ene", "e"}) {
+        model.SetFilter(QString::fromLatin1(typed));
+        ZoDeviceTreeModel fresh(m_catalog.get(), ZoDeviceTreeModel::Mode::Variables);
+        fresh.SetFilter(QString::fromLatin1(typed));
+        EXPECT_EQ(Tree(model), Tree(fresh)) << typed;
+    }
+    model.SetFilter("ener");
+    EXPECT_EQ(Tree(model), "PLC1: ENERGY");
+    EXPECT_EQ(model.VariableCount(), 1);
+}
+
+TEST_F(DeviceTree, OffersOnlyTheVariablesOfTheMaskAndDevicesInDeviceMode)
+{
+    ZoDeviceTreeModel digital(m_catalog.get(), ZoDeviceTreeModel::Mode::Variables, ZoTypeOf(kZoDigital));
+    EXPECT_EQ(Tree(digital), "PLC1: RUN");
+    ZoDeviceTreeModel writable(m_catalog.get(), ZoDeviceTreeModel::Mode::Variables, ZoTypeSet().set(), true);
+    EXPECT_EQ(Tree(writable), "PLC1: MODE NAME SETPOINT | Events (2): R$EVE_Pump fault: CACT CDIS CACK CTIM, "
+                              "R$EVE_Tank high: CACT CDIS CACK CTIM");
+    ZoDeviceTreeModel devices(m_catalog.get(), ZoDeviceTreeModel::Mode::Devices);
+    QAbstractItemModelTester tester(&devices, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    EXPECT_EQ(Tree(devices), "Line 2.A | PLC1 | PUMP1");
+    devices.SetFilter("motor"); // a variable's description finds its device
+    EXPECT_EQ(Tree(devices), "PUMP1");
+    EXPECT_EQ(devices.DetailsOf(devices.index(0, 0)), "PUMP1\nRaw water pump\nType: PROFIBUS\n2 variables");
+    ZoDeviceTreeModel none(nullptr, ZoDeviceTreeModel::Mode::Variables);
+    EXPECT_EQ(none.rowCount(), 0);
+}
+
+class SelectDriver : public ::testing::Test {
+protected:
+    ChooserCatalogGuard m_catalog;
+};
+
+TEST_F(SelectDriver, ChoosesAVariableFromTheKeyboard)
+{
+    ModalScript modal(ModalScript::As<ZoSelectDriver>([](ZoSelectDriver& chooser) {
+        chooser.show();
+        auto* filter = chooser.findChild<QLineEdit*>("filterEdit");
+        auto* tree = chooser.findChild<QTreeView*>("devicesTree");
+        auto* ok = chooser.findChild<QPushButton*>("okButton");
+        EXPECT_EQ(chooser.focusWidget(), filter);
+        EXPECT_EQ(chooser.Panel()->ChosenReference(), "PLC1.LEVEL") << "the caller's variable is current";
+        EXPECT_TRUE(ok->isEnabled());
+        QTest::keyClicks(filter, "hours");
+        EXPECT_EQ(Tree(*tree->model()), "PUMP1: HOURS");
+        EXPECT_TRUE(ok->isEnabled());
+        EXPECT_EQ(chooser.findChild<QLabel*>("detailsText")->text().toStdString(),
+                  "PUMP1.HOURS\nRunning hours\nValues: number h\nRead-only");
+        QTest::keyClicks(filter, "xyz");
+        EXPECT_EQ(chooser.findChild<QLabel*>("detailsText")->text(), "Nothing holds \"hoursxyz\".");
+        EXPECT_FALSE(ok->isEnabled());
+        filter->clear();
+        QTest::keyClicks(filter, "current");
+        QTest::keyClick(filter, Qt::Key_Down);
+        EXPECT_EQ(chooser.focusWidget(), tree);
+        QTest::keyClick(tree, Qt::Key_Return);
+        return chooser.result();
+    }));
+    std::wstring variable = L"PLC1.LEVEL";
+    EXPECT_TRUE(ZoSelectDriver::SelectDriverAndVar(nullptr, variable));
+    EXPECT_EQ(variable, L"PUMP1.CURRENT");
+}
+
+TEST_F(SelectDriver, OpensOnTheCallersChoiceAndCancelLeavesItAlone)
+{
+    ModalScript modal(ModalScript::As<ZoSelectDriver>([](ZoSelectDriver& chooser) {
+        EXPECT_EQ(chooser.windowTitle(), "Choose a variable");
+        EXPECT_EQ(chooser.Panel()->ChosenReference(), "PLC1.SETPOINT");
+        QTest::keyClick(chooser.findChild<QLineEdit*>("filterEdit"), Qt::Key_Escape);
+        return chooser.result();
+    }));
+    std::wstring variable = L"PLC1.SETPOINT";
+    EXPECT_FALSE(ZoSelectDriver::SelectDriverAndVar(nullptr, variable, ZoTypeOf(kZoAnalog), true));
+    EXPECT_EQ(variable, L"PLC1.SETPOINT");
+    EXPECT_EQ(modal.Classes(), QStringList{"ZoSelectDriver"});
+}
+
+TEST_F(SelectDriver, SelectChoosesADeviceAndNeverAnEventsPseudoDevice)
+{
+    ModalScript modal(ModalScript::As<ZoSelectDriver>([](ZoSelectDriver& chooser) {
+        auto* tree = chooser.findChild<QTreeView*>("devicesTree");
+        EXPECT_EQ(chooser.windowTitle(), "Choose a device");
+        EXPECT_EQ(Tree(*tree->model()), "Line 2.A | PLC1 | PUMP1");
+        EXPECT_EQ(chooser.Panel()->ChosenReference(), "PLC1") << "the caller's device is current";
+        QTest::keyClick(tree, Qt::Key_Down);
+        return ModalScript::ClickOk(chooser);
+    }));
+    std::wstring device = L"PLC1";
+    EXPECT_TRUE(ZoSelectDriver::Select(nullptr, device));
+    EXPECT_EQ(device, L"PUMP1");
+}
+
+TEST_F(SelectDriver, EnterOnADeviceOpensItAndEveryControlHasAMnemonic)
+{
+    ZoSelectDriver chooser(nullptr, ZoSelectDriver::Mode::Variable);
+    chooser.EnsureInitialized();
+    auto* tree = chooser.findChild<QTreeView*>("devicesTree");
+    QModelIndex const first = tree->model()->index(0, 0);
+    ASSERT_EQ(tree->currentIndex(), first);
+    QTest::keyClick(tree, Qt::Key_Return);
+    EXPECT_TRUE(tree->isExpanded(first));
+    EXPECT_EQ(chooser.result(), QDialog::Rejected) << "Enter on a device does not close the chooser";
+    chooser.accept();
+    EXPECT_EQ(chooser.result(), QDialog::Rejected) << "OK is refused on a device row";
+    QStringList texts;
+    for (auto* label : chooser.findChildren<QLabel*>())
+        if (label->objectName().isEmpty())
+            texts << label->text();
+    for (auto* button : chooser.findChildren<QPushButton*>())
+        texts << button->text();
+    texts.sort();
+    EXPECT_EQ(texts.join(" "), "&Cancel &Devices and variables: &Filter: &OK");
+}
+
+} // namespace
