@@ -11,7 +11,10 @@
 #include "platform/drivers/ZoEventVariables.h"
 #include "platform/ui/ZoClipboard.h"
 #include "platform/tools/ZoUtf.h"
+#include "timetables/DaySlotEditing.h"
+#include "timetables/ZoDlgTimeTableSetup.h"
 #include "variables/CDlgSelectVarEventsVariables.h"
+#include "DaySlotChooserDlg.h"
 #include "platform/setup/ZoEventSystem.h"
 #include "platform/setup/ZoVelmoraSetup.h"
 #include "platform/tools/ZoFormat.h"
@@ -112,7 +115,9 @@ void MainWindow::CreateActions()
     m_timeSlot = NewAction(this, 60011, "timeSlotAction");
     m_eventVariables = NewAction(this, 60012, "eventVariablesAction");
     connect(m_eventVariables, &QAction::triggered, this, &MainWindow::OnEventVariables);
-    for (QAction* later : {m_eventGroups, m_timeTables, m_timeSlot})
+    connect(m_timeTables, &QAction::triggered, this, &MainWindow::OnTimeTables);
+    connect(m_timeSlot, &QAction::triggered, this, &MainWindow::OnTimeSlot);
+    for (QAction* later : {m_eventGroups})
         later->setEnabled(false);
 
     m_about = NewAction(this, 60015, "aboutAction");
@@ -169,6 +174,8 @@ void MainWindow::UpdateActions()
     m_events->setEnabled(open);
     m_editEvent->setEnabled(events && events->Child(L"event"));
     m_eventVariables->setEnabled(events && events->Child(L"event"));
+    m_timeTables->setEnabled(open);
+    m_timeSlot->setEnabled(open);
     m_save->setEnabled(open && HasUnsavedChanges());
 }
 
@@ -349,6 +356,50 @@ void MainWindow::OnEditEvent()
     *events = *copy.Root();
     ZoRefreshProjectEvents(events);
     SaveDocuments({ProjectDoc::Events});
+    UpdatePanel();
+}
+
+// Events > Time tables: the setup dialog changes the document as the user works; a
+// journal lets a cancelled dialog be undone, after a question, as the events list is.
+void MainWindow::OnTimeTables()
+{
+    if (!m_project)
+        return;
+    XmlDocument& timeTables = m_project->TimeTables();
+    timeTables.BeginJournal();
+    int result = QDialog::Rejected;
+    {
+        ZoDlgTimeTableSetup dialog(this, &timeTables);
+        result = dialog.DoModal();
+    }
+    bool const changed = timeTables.JournalHasChanges();
+    bool const keep = result == QDialog::Accepted || (changed && !ZoAskYesNo(this, 60079));
+    if (keep) {
+        timeTables.EndJournal();
+        if (changed)
+            SaveDocuments({ProjectDoc::TimeTables});
+    } else {
+        timeTables.UndoJournal();
+    }
+    UpdatePanel();
+}
+
+// Events > Time slot: a day program and one of its slots (or a new one), then the slot
+// editor; the day's slots are written back merged, and saved.
+void MainWindow::OnTimeSlot()
+{
+    if (!m_project)
+        return;
+    XmlNode* days = m_project->TimeTables().Root()->Child(L"days");
+    if (!days || !days->Child(L"day")) {
+        ZoShowMessage(this, 60078, ZoMsgIcon::Information);
+        return;
+    }
+    DaySlotChooserDlg chooser(this, days);
+    if (chooser.DoModal() != QDialog::Accepted || !chooser.ChosenDay())
+        return;
+    if (EditDaySlot(this, chooser.ChosenDay(), chooser.ChosenSlot()))
+        SaveDocuments({ProjectDoc::TimeTables});
     UpdatePanel();
 }
 

@@ -36,6 +36,8 @@ public:
     void OnEventsList();
     void OnEditEvent();
     void OnEventVariables();
+    void OnTimeTables();
+    void OnTimeSlot();
     void OnAbout();
 
 protected:
