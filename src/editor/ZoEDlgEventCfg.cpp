@@ -218,6 +218,12 @@ QWidget* ZoEDlgEventCfg::BuildGeneralTab()
     form->addRow(NewLabel(page, "nameLabel", m_keys(ZoText(355)), m_name), m_name);
     form->addRow(NewLabel(page, "descriptionLabel", m_keys(ZoText(32795)), m_description), m_description);
     form->addRow(NewSeparator(page));
+    // A formula's status can be a long sentence: its label wraps instead of squeezing the
+    // fields.
+    for (QLabel* label : {m_conditionLabel, m_stopLabel, m_delayActivateLabel, m_delayDeactivateLabel}) {
+        label->setWordWrap(true);
+        label->setMaximumWidth(220);
+    }
     m_conditionWizard = NewWizardButton(page, "conditionWizardButton", m_condition);
     m_stopWizard = NewWizardButton(page, "stopConditionWizardButton", m_stopCondition);
     m_delayActivateWizard = NewWizardButton(page, "delayActivateWizardButton", m_delayActivate);

@@ -5,7 +5,7 @@
 // that event, then the time-tables setup on the project's time tables with each of its
 // dialogs, and saves a PNG of each window into OUTPUT_FOLDER:
 //   main-window.png, events-list.png, event-editor.png (General tab),
-//   event-editor-advanced.png (Advanced tab), time-tables.png, time-table-kind.png,
+//   event-editor-advanced.png (Advanced tab), event-editor-faulty-condition.png, time-tables.png, time-table-kind.png,
 //   time-table-day.png, time-slot.png, time-table-week.png, time-table-calendar.png,
 //   fast-selection.png, formula-wizard.png (the formula wizard on a condition, as the event
 //   editor opens it), variable-chooser.png (the device chooser picking a variable)
@@ -118,8 +118,19 @@ int ShootEditor(QDialog& dialog)
     if (tabs) {
         tabs->setCurrentIndex(ZoEDlgEventCfg::TabAdvanced);
         Save(dialog, "event-editor-advanced.png");
+        tabs->setCurrentIndex(ZoEDlgEventCfg::TabGeneral);
     } else {
         Fail("the event editor has no tabs");
+    }
+    // A condition with a fault: its label names it as the user types, and the tooltip
+    // explains where.
+    if (auto* condition = dialog.findChild<QLineEdit*>(QStringLiteral("conditionEdit"))) {
+        condition->setText(QStringLiteral("[PLC1.TANK_LEVEL] > 95 AND [PUMP1.RUNING]"));
+        condition->setFocus();
+        condition->setCursorPosition(static_cast<int>(condition->text().size()));
+        Save(dialog, "event-editor-faulty-condition.png");
+    } else {
+        Fail("the event editor has no condition field");
     }
     dialog.reject();
     return QDialog::Rejected;
@@ -432,7 +443,7 @@ int main(int argc, char** argv)
     ZoSetModalRunner({});
 
     window.close();
-    if (g_saved != 13)
+    if (g_saved != 14)
         Fail("not every window could be taken");
     return g_failures == 0 ? 0 : 1;
 }
