@@ -209,7 +209,7 @@ void AppendForce(std::string& out, std::string const& id, std::string const& var
 void AppendServerActions(std::string& out, Rng& rng, std::uint64_t seed, int index, EventTraits const& t)
 {
     auto actionId = [&](int n) { return GeneratedId(seed, 'X', static_cast<std::uint64_t>(index) * 16 + n); };
-    std::string alarm = Format("PLC%d.%s_%d_ALARM", t.plc, t.equipment.tag, t.unit);
+    std::string alarm = Format("[PLC%d.%s_%d_ALARM]", t.plc, t.equipment.tag, t.unit);
     Open(out, "actions");
     std::string activate;
     if (rng.Percent(70))
