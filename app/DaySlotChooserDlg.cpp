@@ -34,11 +34,11 @@ void DaySlotChooserDlg::OnInitDialog()
     m_dayCombo->setObjectName(QStringLiteral("dayCombo"));
     for (XmlDocument::XmlNode const* day : m_days)
         m_dayCombo->addItem(QString::fromStdWString(day->Value(L"name", L"")));
-    auto* dayLabel = new QLabel(keys(ZoText(60075)), this);
+    auto* dayLabel = new QLabel(keys.Apply(ZoText(60075)), this);
     dayLabel->setBuddy(m_dayCombo);
     m_slots = new QListWidget(this);
     m_slots->setObjectName(QStringLiteral("slotsList"));
-    auto* slotsLabel = new QLabel(keys(ZoText(60076)), this);
+    auto* slotsLabel = new QLabel(keys.Apply(ZoText(60076)), this);
     slotsLabel->setBuddy(m_slots);
 
     m_ok = new QPushButton(ZoImageIcon(L"OK-16.png"), ZoText(311), this);

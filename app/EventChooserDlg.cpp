@@ -35,7 +35,7 @@ void EventChooserDlg::OnInitDialog()
     m_proxy->setSortCaseSensitivity(Qt::CaseInsensitive);
     m_proxy->setFilterKeyColumn(0);
 
-    auto* prompt = new QLabel(ZoMnemonics()(ZoText(m_promptId)), this);
+    auto* prompt = new QLabel(ZoMnemonics().Apply(ZoText(m_promptId)), this);
     m_filter = new QLineEdit(this);
     m_filter->setObjectName(QStringLiteral("filterEdit"));
     m_filter->setPlaceholderText(ZoText(60064));

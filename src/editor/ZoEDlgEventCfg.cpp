@@ -144,10 +144,10 @@ void ZoEDlgEventCfg::BuildControls()
     QWidget* const advanced = BuildAdvancedTab();
     QWidget* const actions = BuildActionsTab(0);
     QWidget* const clientActions = BuildActionsTab(1);
-    m_tabs->addTab(general, m_keys(ZoText(825)));
-    m_tabs->addTab(advanced, m_keys(ZoText(34173)));
-    m_tabs->addTab(actions, m_keys(ZoText(34106)));
-    m_tabs->addTab(clientActions, m_keys(ZoText(34107)));
+    m_tabs->addTab(general, m_keys.Apply(ZoText(825)));
+    m_tabs->addTab(advanced, m_keys.Apply(ZoText(34173)));
+    m_tabs->addTab(actions, m_keys.Apply(ZoText(34106)));
+    m_tabs->addTab(clientActions, m_keys.Apply(ZoText(34107)));
 
     m_ok = new QPushButton(ZoImageIcon(L"OK-16.png"), ZoText(311), this);
     m_ok->setObjectName(QStringLiteral("okButton"));
@@ -172,7 +172,7 @@ QWidget* ZoEDlgEventCfg::BuildGeneralTab()
     m_name = NewEdit(page, "nameEdit", 50);
     m_description = NewEdit(page, "descriptionEdit", 256);
     m_condition = NewEdit(page, "conditionEdit", 512);
-    m_stopEnabled = NewCheck(page, "stopConditionCheck", m_keys(ZoText(33119)));
+    m_stopEnabled = NewCheck(page, "stopConditionCheck", m_keys.Apply(ZoText(33119)));
     m_stopCondition = NewEdit(page, "stopConditionEdit", 512);
     m_delayActivate = NewEdit(page, "delayActivateEdit", 512);
     m_delayDeactivate = NewEdit(page, "delayDeactivateEdit", 512);
@@ -191,15 +191,15 @@ QWidget* ZoEDlgEventCfg::BuildGeneralTab()
     m_timeTable->setModel(m_timeTables);
     m_timeTable->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_timeTable->setMinimumContentsLength(24);
-    m_notify = NewCheck(page, "notifyCheck", m_keys(ZoText(32827)));
-    m_record = NewCheck(page, "recordCheck", m_keys(ZoText(32828)));
-    m_enabled = NewCheck(page, "enabledCheck", m_keys(ZoText(37889)));
+    m_notify = NewCheck(page, "notifyCheck", m_keys.Apply(ZoText(32827)));
+    m_record = NewCheck(page, "recordCheck", m_keys.Apply(ZoText(32828)));
+    m_enabled = NewCheck(page, "enabledCheck", m_keys.Apply(ZoText(37889)));
 
-    m_conditionLabel = NewLabel(page, "conditionLabel", m_keys(ZoText(32479)), m_condition);
-    m_stopLabel = NewLabel(page, "stopConditionLabel", m_keys(ZoText(33120)), m_stopCondition);
-    m_delayActivateLabel = NewLabel(page, "delayActivateLabel", m_keys(ZoText(32802)), m_delayActivate);
+    m_conditionLabel = NewLabel(page, "conditionLabel", m_keys.Apply(ZoText(32479)), m_condition);
+    m_stopLabel = NewLabel(page, "stopConditionLabel", m_keys.Apply(ZoText(33120)), m_stopCondition);
+    m_delayActivateLabel = NewLabel(page, "delayActivateLabel", m_keys.Apply(ZoText(32802)), m_delayActivate);
     m_delayDeactivateLabel =
-        NewLabel(page, "delayDeactivateLabel", m_keys(ZoText(32803)), m_delayDeactivate);
+        NewLabel(page, "delayDeactivateLabel", m_keys.Apply(ZoText(32803)), m_delayDeactivate);
 
     auto* timeTableRow = new QHBoxLayout;
     timeTableRow->addWidget(m_timeTable);
@@ -215,8 +215,8 @@ QWidget* ZoEDlgEventCfg::BuildGeneralTab()
     form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
     form->setRowWrapPolicy(QFormLayout::DontWrapRows);
     form->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    form->addRow(NewLabel(page, "nameLabel", m_keys(ZoText(355)), m_name), m_name);
-    form->addRow(NewLabel(page, "descriptionLabel", m_keys(ZoText(32795)), m_description), m_description);
+    form->addRow(NewLabel(page, "nameLabel", m_keys.Apply(ZoText(355)), m_name), m_name);
+    form->addRow(NewLabel(page, "descriptionLabel", m_keys.Apply(ZoText(32795)), m_description), m_description);
     form->addRow(NewSeparator(page));
     // A formula's status can be a long sentence: its label wraps instead of squeezing the
     // fields.
@@ -234,7 +234,7 @@ QWidget* ZoEDlgEventCfg::BuildGeneralTab()
     form->addRow(m_delayActivateLabel, WithButton(m_delayActivate, m_delayActivateWizard));
     form->addRow(m_delayDeactivateLabel, WithButton(m_delayDeactivate, m_delayDeactivateWizard));
     form->addRow(NewSeparator(page));
-    form->addRow(NewLabel(page, "timeTableLabel", m_keys(ZoText(32829)), m_timeTable), timeTableRow);
+    form->addRow(NewLabel(page, "timeTableLabel", m_keys.Apply(ZoText(32829)), m_timeTable), timeTableRow);
     form->addRow(QString(), flags);
     return page;
 }
@@ -245,9 +245,9 @@ QWidget* ZoEDlgEventCfg::BuildAdvancedTab()
 
     m_feedGroup = new QGroupBox(page);
     m_feedGroup->setObjectName(QStringLiteral("feedGroup"));
-    m_rssActivate = NewCheck(m_feedGroup, "rssActivateCheck", m_keys(ZoText(34709)));
-    m_rssDeactivate = NewCheck(m_feedGroup, "rssDeactivateCheck", m_keys(ZoText(34710)));
-    m_rssAcknowledge = NewCheck(m_feedGroup, "rssAcknowledgeCheck", m_keys(ZoText(34711)));
+    m_rssActivate = NewCheck(m_feedGroup, "rssActivateCheck", m_keys.Apply(ZoText(34709)));
+    m_rssDeactivate = NewCheck(m_feedGroup, "rssDeactivateCheck", m_keys.Apply(ZoText(34710)));
+    m_rssAcknowledge = NewCheck(m_feedGroup, "rssAcknowledgeCheck", m_keys.Apply(ZoText(34711)));
     auto* feed = new QVBoxLayout(m_feedGroup);
     feed->addWidget(m_rssActivate);
     feed->addWidget(m_rssDeactivate);
@@ -262,8 +262,8 @@ QWidget* ZoEDlgEventCfg::BuildAdvancedTab()
     m_ackAnnotation = NewEdit(annotations, "ackAnnotationEdit", 256);
 
     auto* lists = new QGridLayout;
-    lists->addWidget(NewLabel(annotations, "groupsLabel", m_keys(ZoText(382)), m_groupsList), 0, 0);
-    lists->addWidget(NewLabel(annotations, "argumentsLabel", m_keys(ZoText(32807)), m_argumentsList), 0, 1);
+    lists->addWidget(NewLabel(annotations, "groupsLabel", m_keys.Apply(ZoText(382)), m_groupsList), 0, 0);
+    lists->addWidget(NewLabel(annotations, "argumentsLabel", m_keys.Apply(ZoText(32807)), m_argumentsList), 0, 1);
     lists->addWidget(m_groupsList, 1, 0);
     lists->addWidget(m_argumentsList, 1, 1);
     lists->setColumnStretch(0, 1);
@@ -272,11 +272,11 @@ QWidget* ZoEDlgEventCfg::BuildAdvancedTab()
     auto* texts = new QFormLayout;
     texts->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
     texts->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    texts->addRow(NewLabel(annotations, "annotationLabel", m_keys(ZoText(36788)), m_annotation),
+    texts->addRow(NewLabel(annotations, "annotationLabel", m_keys.Apply(ZoText(36788)), m_annotation),
                   m_annotation);
-    texts->addRow(NewLabel(annotations, "deaAnnotationLabel", m_keys(ZoText(36789)), m_deaAnnotation),
+    texts->addRow(NewLabel(annotations, "deaAnnotationLabel", m_keys.Apply(ZoText(36789)), m_deaAnnotation),
                   m_deaAnnotation);
-    texts->addRow(NewLabel(annotations, "ackAnnotationLabel", m_keys(ZoText(36790)), m_ackAnnotation),
+    texts->addRow(NewLabel(annotations, "ackAnnotationLabel", m_keys.Apply(ZoText(36790)), m_ackAnnotation),
                   m_ackAnnotation);
 
     auto* area = new QVBoxLayout(annotations);

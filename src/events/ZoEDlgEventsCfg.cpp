@@ -126,11 +126,11 @@ void ZoEDlgEventsCfg::OnInitDialog()
     setWindowTitle(ZoText(32791));
     m_label->setText(ZoText(32782));
     ZoMnemonics keys;
-    m_addButton->setText(keys(ZoText(378)));
+    m_addButton->setText(keys.Apply(ZoText(378)));
     m_addButton->setIcon(ZoBitmapIcon(2402));
-    m_modifyButton->setText(keys(ZoText(379)));
+    m_modifyButton->setText(keys.Apply(ZoText(379)));
     m_modifyButton->setIcon(ZoBitmapIcon(2403));
-    m_deleteButton->setText(keys(ZoText(380)));
+    m_deleteButton->setText(keys.Apply(ZoText(380)));
     m_deleteButton->setIcon(ZoBitmapIcon(2404));
     m_okButton->setText(ZoText(311));
     m_okButton->setIcon(ZoImageIcon(L"OK-16.png"));

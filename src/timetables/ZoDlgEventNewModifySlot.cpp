@@ -1,5 +1,5 @@
 #include "timetables/ZoDlgEventNewModifySlot.h"
-#include "platform/calendar/ZoMnemonics.h"
+#include "platform/ui/ZoMnemonics.h"
 #include "platform/tools/ZoFormat.h"
 #include "platform/tools/ZoTexts.h"
 #include "platform/ui/ZoIcons.h"

@@ -1,7 +1,7 @@
 #include "timetables/ZoDlgTimeTableDaily.h"
 #include "platform/calendar/ZoColourWord.h"
 #include "platform/calendar/ZoDayCtrl.h"
-#include "platform/calendar/ZoMnemonics.h"
+#include "platform/ui/ZoMnemonics.h"
 #include "platform/tools/ZoTexts.h"
 #include "platform/ui/ZoListView.h"
 #include "platform/ui/ZoMessage.h"

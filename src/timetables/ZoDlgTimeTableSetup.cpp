@@ -1,5 +1,5 @@
 #include "timetables/ZoDlgTimeTableSetup.h"
-#include "platform/calendar/ZoMnemonics.h"
+#include "platform/ui/ZoMnemonics.h"
 #include "platform/tools/ZoGuid.h"
 #include "platform/tools/ZoTexts.h"
 #include "platform/ui/ZoClipboard.h"

@@ -1,6 +1,6 @@
 #include "timetables/ZoDlgTimeTableWeekly.h"
 #include "platform/calendar/ZoDayCtrl.h"
-#include "platform/calendar/ZoMnemonics.h"
+#include "platform/ui/ZoMnemonics.h"
 #include "platform/tools/ZoFormat.h"
 #include "platform/tools/ZoTexts.h"
 #include "timetables/DayProgramsModel.h"

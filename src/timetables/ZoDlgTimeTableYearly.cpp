@@ -1,7 +1,7 @@
 #include "timetables/ZoDlgTimeTableYearly.h"
 #include "platform/calendar/CDlgFastSelection.h"
 #include "platform/calendar/ZoCalendar.h"
-#include "platform/calendar/ZoMnemonics.h"
+#include "platform/ui/ZoMnemonics.h"
 #include "platform/tools/ZoTexts.h"
 #include "platform/ui/ZoListView.h"
 #include "timetables/CalendarPainting.h"

@@ -1,6 +1,6 @@
 #include "platform/calendar/CDlgFastSelection.h"
 #include "platform/calendar/ZoColourWord.h"
-#include "platform/calendar/ZoMnemonics.h"
+#include "platform/ui/ZoMnemonics.h"
 #include "platform/tools/ZoTexts.h"
 #include "platform/ui/ZoIcons.h"
 #include <QBoxLayout>

@@ -1,6 +1,6 @@
 #include "ZoDeviceTreePanel.h"
 
-#include "platform/calendar/ZoMnemonics.h"
+#include "platform/ui/ZoMnemonics.h"
 #include "platform/tools/ZoFormat.h"
 #include "platform/tools/ZoTexts.h"
 #include "platform/ui/ZoListView.h"

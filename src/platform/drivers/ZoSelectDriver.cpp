@@ -2,7 +2,7 @@
 
 #include "ZoDeviceCatalog.h"
 #include "ZoDeviceTreePanel.h"
-#include "platform/calendar/ZoMnemonics.h"
+#include "platform/ui/ZoMnemonics.h"
 #include "platform/tools/ZoTexts.h"
 #include "platform/ui/ZoIcons.h"
 

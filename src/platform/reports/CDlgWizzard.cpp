@@ -1,7 +1,7 @@
 #include "CDlgWizzard.h"
 
 #include "ZoFormulaInsertion.h"
-#include "platform/calendar/ZoMnemonics.h"
+#include "platform/ui/ZoMnemonics.h"
 #include "platform/drivers/ZoDeviceCatalog.h"
 #include "platform/drivers/ZoDeviceTreePanel.h"
 #include "platform/formula/ZoEvaluator.h"

@@ -1,32 +1,37 @@
 #include "platform/ui/ZoMnemonics.h"
+#include <QAbstractButton>
+#include <QGroupBox>
+#include <QLabel>
 
-bool ZoMnemonics::Free(QChar c) const
+QString ZoMnemonics::Apply(QString const& text)
 {
-    return c.isLetterOrNumber() && !m_used.contains(c.toUpper());
-}
-
-void ZoMnemonics::Reserve(QChar key)
-{
-    m_used += key.toUpper();
-}
-
-QString ZoMnemonics::operator()(QString const& text)
-{
-    if (text.contains(QLatin1Char('&')))
-        return text;
+    QString escaped = text;
+    escaped.replace(QLatin1Char('&'), QLatin1String("&&"));
+    auto const usable = [&](qsizetype i) {
+        QChar const c = escaped[i];
+        return c.isLetterOrNumber() && c != QLatin1Char('&') && !m_taken.contains(c.toLower())
+            && (i == 0 || escaped[i - 1] != QLatin1Char('&'));
+    };
     qsizetype chosen = -1;
-    for (qsizetype i = 0; i < text.size() && chosen < 0; ++i) {
-        bool const wordStart = i == 0 || !text[i - 1].isLetterOrNumber();
-        if (wordStart && Free(text[i]))
+    for (qsizetype i = 0; i < escaped.size() && chosen < 0; ++i)
+        if ((i == 0 || !escaped[i - 1].isLetterOrNumber()) && usable(i))
             chosen = i;
-    }
-    for (qsizetype i = 0; i < text.size() && chosen < 0; ++i) {
-        if (Free(text[i]))
+    for (qsizetype i = 0; i < escaped.size() && chosen < 0; ++i)
+        if (usable(i))
             chosen = i;
-    }
     if (chosen < 0)
-        return text;
-    m_used += text[chosen].toUpper();
-    QString keyed = text;
-    return keyed.insert(chosen, QLatin1Char('&'));
+        return escaped;
+    m_taken.insert(escaped[chosen].toLower());
+    escaped.insert(chosen, QLatin1Char('&'));
+    return escaped;
+}
+
+void ZoMnemonics::Set(QWidget* widget, QString const& text)
+{
+    if (auto* button = qobject_cast<QAbstractButton*>(widget))
+        button->setText(Apply(text));
+    else if (auto* label = qobject_cast<QLabel*>(widget))
+        label->setText(Apply(text));
+    else if (auto* group = qobject_cast<QGroupBox*>(widget))
+        group->setTitle(Apply(text));
 }

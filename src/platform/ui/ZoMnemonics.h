@@ -1,22 +1,24 @@
 #pragma once
+#include <QSet>
 #include <QString>
+#include <initializer_list>
 
-// Gives the labels, check boxes, tabs and buttons of one dialog each an Alt key of its own:
-// "&" goes before the first letter of the text that no earlier text of the dialog took,
-// trying the first letters of the words before the others. The texts of the text table
-// stay free of "&", since the same text is also a column heading or part of a message.
-//
-//   ZoMnemonics keys;
-//   nameLabel->setText(keys(ZoText(355)));       // "&Name"
-//   notifyCheck->setText(keys(ZoText(32827)));   // "N&otify"
+class QWidget;
+
+// Keyboard mnemonics for texts loaded from the text table, which carry none: each text gets
+// an "&" before a letter (or digit) that no earlier text of the same dialog uses, preferring
+// the first letter of a word, then any letter; a text with no free letter gets none. An "&"
+// already in a text is shown as it is ("&&").
 class ZoMnemonics {
 public:
-    QString operator()(QString const& text);
-    // Takes a key without giving it to a text (for OK and Cancel, which Enter and Escape
-    // press, or for keys the dialog uses otherwise).
-    void Reserve(QChar key);
+    // The text with a mnemonic, reserving its letter.
+    QString Apply(QString const& text);
+    // Sets the text of a label, button, check box or group box with a mnemonic (widgets of
+    // other classes are left alone). Labels need a buddy for the mnemonic to work.
+    void Set(QWidget* widget, QString const& text);
+    // Reserves a letter used elsewhere (a fixed shortcut).
+    void Reserve(QChar letter) { m_taken.insert(letter.toLower()); }
 
 private:
-    bool Free(QChar c) const;
-    QString m_used;
+    QSet<QChar> m_taken;
 };

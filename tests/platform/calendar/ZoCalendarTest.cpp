@@ -3,7 +3,7 @@
 #include "platform/calendar/CDlgFastSelection.h"
 #include "platform/calendar/ZoCalendar.h"
 #include "platform/calendar/ZoDayCtrl.h"
-#include "platform/calendar/ZoMnemonics.h"
+#include "platform/ui/ZoMnemonics.h"
 #include "timetables/TimeTableTestDocs.h"
 #include <QCheckBox>
 #include <QComboBox>
