@@ -1,4 +1,5 @@
 #include "events/EventNames.h"
+#include "platform/tools/ZoFormat.h"
 #include <algorithm>
 #include "platform/tools/ZoUtf.h"
 #include <QChar>
@@ -180,4 +181,23 @@ std::size_t EventNameSet::Size() const
         if (i == 0 || m_names->sorted[i] != m_names->sorted[i - 1])
             ++distinct;
     return distinct + m_names->spans.size();
+}
+
+std::wstring UniqueNamer::operator()(std::wstring const& name)
+{
+    std::string const folded = FoldedName(name);
+    auto found = m_counters.find(folded);
+    if (found == m_counters.end())
+        found = m_counters.emplace(folded, FirstFreeCounter(name)).first;
+    return found->second == 0 ? name : ZoFormat(L"%s_%d", name.c_str(), found->second);
+}
+
+int UniqueNamer::FirstFreeCounter(std::wstring const& name) const
+{
+    if (!m_taken.Contains(name))
+        return 0;
+    int counter = 1;
+    while (m_taken.Contains(ZoFormat(L"%s_%d", name.c_str(), counter)))
+        ++counter;
+    return counter;
 }

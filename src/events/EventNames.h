@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -53,4 +54,20 @@ private:
     struct Equal;
     struct Names;
     std::unique_ptr<Names> m_names;
+};
+
+// Finds the first free name for a pasted element (an event, a time table): "name", else
+// "name_1", "name_2"... The set of taken names does not change during one paste, so the
+// counter found for a name holds for every name equal to it without regard to case; it is
+// remembered.
+class UniqueNamer {
+public:
+    explicit UniqueNamer(EventNameSet const& taken) : m_taken(taken) {}
+    std::wstring operator()(std::wstring const& name);
+
+private:
+    int FirstFreeCounter(std::wstring const& name) const;
+
+    EventNameSet const& m_taken;
+    std::unordered_map<std::string, int> m_counters;
 };

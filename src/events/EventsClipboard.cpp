@@ -2,7 +2,6 @@
 #include "events/DeviceRegistration.h"
 #include "platform/tools/ZoFormat.h"
 #include "platform/tools/ZoGuid.h"
-#include <unordered_map>
 
 using XmlNode = XmlDocument::XmlNode;
 
@@ -26,37 +25,6 @@ bool ParseEventsClipboard(std::string_view text, XmlDocument& doc)
     XmlNode const* root = doc.Root();
     return root && root->HasTag(kEventsClipboardRoot);
 }
-
-// Finds the first free name for pasted events: "name", else "name_1", "name_2"...
-// The set of taken names does not change during one paste, so the counter found for a
-// name holds for every name equal to it without regard to case; it is remembered.
-class UniqueNamer {
-public:
-    explicit UniqueNamer(EventNameSet const& taken) : m_taken(taken) {}
-
-    std::wstring operator()(std::wstring const& name)
-    {
-        std::string folded = FoldedName(name);
-        auto found = m_counters.find(folded);
-        if (found == m_counters.end())
-            found = m_counters.emplace(folded, FirstFreeCounter(name)).first;
-        return found->second == 0 ? name : ZoFormat(L"%s_%d", name.c_str(), found->second);
-    }
-
-private:
-    int FirstFreeCounter(std::wstring const& name) const
-    {
-        if (!m_taken.Contains(name))
-            return 0;
-        int counter = 1;
-        while (m_taken.Contains(ZoFormat(L"%s_%d", name.c_str(), counter)))
-            ++counter;
-        return counter;
-    }
-
-    EventNameSet const& m_taken;
-    std::unordered_map<std::string, int> m_counters;
-};
 
 XmlNode* EventsElement(XmlDocument& eventsCfg)
 {

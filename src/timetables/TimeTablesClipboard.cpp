@@ -3,7 +3,6 @@
 #include "platform/tools/ZoGuid.h"
 #include "platform/tools/ZoIds.h"
 #include "timetables/TimeTableKinds.h"
-#include <unordered_map>
 
 using XmlNode = XmlDocument::XmlNode;
 
@@ -20,37 +19,6 @@ bool ParseClipboard(std::string_view text, XmlDocument& doc)
     XmlNode const* root = doc.Root();
     return root && root->HasTag(kTimeTablesClipboardRoot);
 }
-
-// "name" when it is free, else "name_1", "name_2"...: the first suffix not taken. The taken
-// names do not change during a paste, so the answer for one name is remembered and every
-// equal name (without regard to case) receives the same.
-class PastedNames {
-public:
-    explicit PastedNames(EventNameSet const& taken) : m_taken(taken) {}
-
-    std::wstring operator()(std::wstring const& name)
-    {
-        std::string const folded = FoldedName(name);
-        auto found = m_counters.find(folded);
-        if (found == m_counters.end())
-            found = m_counters.emplace(folded, FirstFreeCounter(name)).first;
-        return found->second == 0 ? name : ZoFormat(L"%s_%d", name.c_str(), found->second);
-    }
-
-private:
-    int FirstFreeCounter(std::wstring const& name) const
-    {
-        if (!m_taken.Contains(name))
-            return 0;
-        int counter = 1;
-        while (m_taken.Contains(ZoFormat(L"%s_%d", name.c_str(), counter)))
-            ++counter;
-        return counter;
-    }
-
-    EventNameSet const& m_taken;
-    std::unordered_map<std::string, int> m_counters;
-};
 
 } // namespace
 
@@ -79,7 +47,7 @@ bool PasteTimeTablesText(std::string_view text, XmlDocument& document, EventName
     XmlNode* root = document.Root();
     if (!root)
         return true;
-    PastedNames uniqueName(namesBeforePaste);
+    UniqueNamer uniqueName(namesBeforePaste);
     for (XmlNode const* item = clipboard.Root()->FirstChild(); item; item = item->NextSibling()) {
         int const kind = TimeTableKindOfTag(item);
         if (kind < 0)
