@@ -8,11 +8,11 @@
 #include "platform/tools/ZoTexts.h"
 #include "platform/ui/ZoClipboard.h"
 #include "platform/ui/ZoIcons.h"
+#include "platform/ui/ZoListDialogLayout.h"
 #include "platform/ui/ZoListView.h"
 #include "platform/ui/ZoMessage.h"
 #include "platform/ui/ZoMnemonics.h"
 #include <QApplication>
-#include <QBoxLayout>
 #include <QCursor>
 #include <QEvent>
 #include <QHeaderView>
@@ -99,25 +99,8 @@ ZoEDlgEventsCfg::~ZoEDlgEventsCfg()
 
 void ZoEDlgEventsCfg::Layout()
 {
-    auto* buttons = new QVBoxLayout;
-    buttons->addWidget(m_addButton);
-    buttons->addWidget(m_modifyButton);
-    buttons->addWidget(m_deleteButton);
-    buttons->addStretch(1);
-
-    auto* middle = new QHBoxLayout;
-    middle->addWidget(m_list, 1);
-    middle->addLayout(buttons);
-
-    auto* bottom = new QHBoxLayout;
-    bottom->addStretch(1);
-    bottom->addWidget(m_okButton);
-    bottom->addWidget(m_cancelButton);
-
-    auto* main = new QVBoxLayout(this);
-    main->addWidget(m_label);
-    main->addLayout(middle, 1);
-    main->addLayout(bottom);
+    ZoLayoutListDialog(this, m_label, m_list, {m_addButton, m_modifyButton, m_deleteButton}, m_okButton,
+                       m_cancelButton);
 }
 
 void ZoEDlgEventsCfg::OnInitDialog()

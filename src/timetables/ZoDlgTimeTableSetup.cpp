@@ -4,6 +4,7 @@
 #include "platform/tools/ZoTexts.h"
 #include "platform/ui/ZoClipboard.h"
 #include "platform/ui/ZoIcons.h"
+#include "platform/ui/ZoListDialogLayout.h"
 #include "platform/ui/ZoListView.h"
 #include "platform/ui/ZoMessage.h"
 #include "timetables/TimeTableDialogParts.h"
@@ -14,7 +15,6 @@
 #include "timetables/ZoDlgTimeTableWeekly.h"
 #include "timetables/ZoDlgTimeTableWizzard.h"
 #include "timetables/ZoDlgTimeTableYearly.h"
-#include <QBoxLayout>
 #include <QDialogButtonBox>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -78,25 +78,8 @@ ZoDlgTimeTableSetup::~ZoDlgTimeTableSetup()
 
 void ZoDlgTimeTableSetup::Layout()
 {
-    auto* buttons = new QVBoxLayout;
-    buttons->addWidget(m_addButton);
-    buttons->addWidget(m_modifyButton);
-    buttons->addWidget(m_deleteButton);
-    buttons->addStretch(1);
-
-    auto* middle = new QHBoxLayout;
-    middle->addWidget(m_list, 1);
-    middle->addLayout(buttons);
-
-    auto* bottom = new QHBoxLayout;
-    bottom->addStretch(1);
-    bottom->addWidget(m_okButton);
-    bottom->addWidget(m_cancelButton);
-
-    auto* main = new QVBoxLayout(this);
-    main->addWidget(m_label);
-    main->addLayout(middle, 1);
-    main->addLayout(bottom);
+    ZoLayoutListDialog(this, m_label, m_list, {m_addButton, m_modifyButton, m_deleteButton}, m_okButton,
+                       m_cancelButton);
 }
 
 void ZoDlgTimeTableSetup::OnInitDialog()
