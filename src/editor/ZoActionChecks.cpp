@@ -1,5 +1,6 @@
 #include "editor/ZoActionChecks.h"
 
+#include "editor/ZoFormulaStatus.h"
 #include "platform/drivers/ZoValueInfo.h"
 #include "platform/drivers/ZoVariable.h"
 #include "platform/formula/ZoEvaluator.h"
@@ -71,10 +72,9 @@ std::optional<ZoActionFault> ZoCheckForceAction(ZoEvaluator& evaluator, ZoAction
     if (value.empty())
         return ForceFault(608, ZoLoadString(32449));
 
-    evaluator.Clear();
+    ZoPrepareEditorCheck(evaluator, variable);
     evaluator.EnableDiscriminators(false);
     evaluator.SetFlags(ZoEvaluator::kWriteTarget | ZoEvaluator::kEditorCheck, ~0u);
-    evaluator.Set(variable);
     double result = 0;
     int type = -1;
     if (evaluator.AnalizeExpression() < 0 || !evaluator.IsOnlyOneDeviceVariable())
@@ -88,9 +88,8 @@ std::optional<ZoActionFault> ZoCheckForceAction(ZoEvaluator& evaluator, ZoAction
     ZoValueInfo const info = target.ValueInfo();
     bool const textVariable = target.Info() && target.Info()->kind == kZoText;
 
-    evaluator.Clear();
-    evaluator.SetFlags(ZoEvaluator::kEditorCheck, ~0u);
-    evaluator.Set(value);
+    ZoPrepareEditorCheck(evaluator, value);
+    evaluator.EnableDiscriminators(false);
     int const kind = evaluator.AnalizeExpression();
     if (kind < 0)
         return ForceFault(608, ZoLoadString(32838) + L": " + evaluator.ErrorMsg(evaluator.ErrorCode()));

@@ -11,9 +11,7 @@ std::optional<ZoBasicString<wchar_t>> ZoFormulaFault(ZoEvaluator& evaluator, std
     int const kind = logical ? 1 : 0;
     if (double constant = 0; logical && ZoIsLogicalConstant(formula, constant))
         return std::nullopt;
-    evaluator.Clear();
-    evaluator.SetFlags(ZoEvaluator::kEditorCheck, ~0u);
-    evaluator.Set(formula);
+    ZoPrepareEditorCheck(evaluator, formula);
     if (evaluator.AnalizeExpression() != kind)
         return ZoLoadString(32446);
     double value = 0;

@@ -23,15 +23,15 @@ ZoFormulaStatus WithDetail(ZoFormulaStatus status, ZoEvaluator const& evaluator,
     return status;
 }
 
-// Prepares the evaluator for the editor's checks on this formula.
-void Prepare(ZoEvaluator& evaluator, std::wstring_view formula)
+} // namespace
+
+void ZoPrepareEditorCheck(ZoEvaluator& evaluator, std::wstring_view formula)
 {
     evaluator.Clear();
+    evaluator.EnableDiscriminators(true);
     evaluator.SetFlags(ZoEvaluator::kEditorCheck, ~0u);
     evaluator.Set(formula);
 }
-
-} // namespace
 
 bool ZoIsLogicalConstant(std::wstring_view formula, double& value)
 {
@@ -51,7 +51,7 @@ ZoFormulaStatus ZoLogicalFormulaStatus(ZoEvaluator& evaluator, std::wstring_view
         return Shown(ZoLoadString(32449));
     if (double constant = 0; ZoIsLogicalConstant(formula, constant))
         return Shown(ZoLoadString(constant == 1.0 ? 32486 : 32487));
-    Prepare(evaluator, formula);
+    ZoPrepareEditorCheck(evaluator, formula);
     if (evaluator.AnalizeExpression() != kLogical)
         return WithDetail(Shown(ZoLoadString(32446)), evaluator, evaluator.ErrorCode());
     double value = 0;
@@ -87,7 +87,7 @@ ZoFormulaStatus ZoNumericFormulaStatus(ZoEvaluator& evaluator, std::wstring_view
 {
     if (formula.empty())
         return {};
-    Prepare(evaluator, formula);
+    ZoPrepareEditorCheck(evaluator, formula);
     if (evaluator.AnalizeExpression() != kNumeric)
         return WithDetail(Shown(ZoLoadString(32446)), evaluator, evaluator.ErrorCode());
     double value = 0;

@@ -16,6 +16,11 @@ struct ZoFormulaStatus {
     ZoBasicString<wchar_t> detail;
 };
 
+// Readies the evaluator for the editor's checks on this formula: the editor's flags, period
+// filters allowed (a force check that refused them may have used the evaluator before),
+// the formula set, nothing of the last one kept.
+void ZoPrepareEditorCheck(ZoEvaluator& evaluator, std::wstring_view formula);
+
 // A condition or stop condition: must be a logical formula.
 ZoFormulaStatus ZoLogicalFormulaStatus(ZoEvaluator& evaluator, std::wstring_view formula);
 // A delay: must be a numeric formula; an empty field shows no status.

@@ -182,6 +182,10 @@ TEST_F(EventFormulaTest, ActionsAreCheckedInListOrderAndTheAnswerDecides)
         ActionErrorMsg(expected, 0, 3, kZoActionMail, 34174);
         EXPECT_EQ(answers.LastText(), expected);
         EXPECT_EQ(Tabs()->currentIndex(), ZoEDlgEventCfg::TabActions);
+        // The force check refuses period filters; the conditions checked after it still
+        // take them.
+        EXPECT_EQ(Typed("conditionEdit", "conditionLabel", "[BOILER.T1/day] > 5"), WithStatus(32479, 36029));
+        SetText("conditionEdit", "[BOILER.T1] > 90");
     }
     {
         ScriptedAnswerer answers{ZoAnswer::Yes, ZoAnswer::No};
