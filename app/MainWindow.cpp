@@ -301,9 +301,10 @@ void MainWindow::OnEventsList()
         result = dialog.DoModal();
     }
     bool keep = result == QDialog::Accepted;
+    bool const eventsChanged = events.JournalHasChanges();
     // Changes the user confirmed (an edit in the editor, a delete, a paste) are not thrown
     // away without a question.
-    if (!keep && (events.JournalHasChanges() || devices.JournalHasChanges()))
+    if (!keep && (eventsChanged || devices.JournalHasChanges()))
         keep = !ZoAskYesNo(this, 60057);
     if (keep) {
         events.EndJournal();
@@ -313,7 +314,10 @@ void MainWindow::OnEventsList()
         events.UndoJournal();
         devices.UndoJournal();
     }
-    ZoRefreshProjectEvents(events.Root());
+    // The formulas' events pseudo-devices follow the events kept; undone or unchanged
+    // events leave the catalog as it is (rebuilding it costs tens of milliseconds).
+    if (keep && eventsChanged)
+        ZoRefreshProjectEvents(events.Root());
     UpdatePanel();
     UpdateActions();
 }
