@@ -9,9 +9,12 @@
 //   time-table-day.png, time-slot.png, time-table-week.png, time-table-calendar.png,
 //   fast-selection.png, formula-wizard.png (the formula wizard on a condition, as the event
 //   editor opens it), variable-chooser.png (the device chooser picking a variable)
+// Further scenes live in files of their own beside this one (ShotSupport.h registers them)
+// and run after these.
 // Every dialog is cancelled and the project is copied first, so nothing is ever written
 // into PROJECT_FOLDER. Needs a real display (scripts/screenshots.sh uses xvfb-run).
 #include "MainWindow.h"
+#include "ShotSupport.h"
 #include "editor/ZoEDlgEventCfg.h"
 #include "events/ZoEDlgEventsCfg.h"
 #include "platform/calendar/CDlgFastSelection.h"
@@ -52,10 +55,10 @@
 #include <cstdio>
 
 namespace {
-
 QString g_output;
 int g_failures = 0;
 int g_saved = 0;
+} // namespace
 
 void Fail(char const* what)
 {
@@ -63,8 +66,7 @@ void Fail(char const* what)
     ++g_failures;
 }
 
-// Lets the window system map, expose and paint what was just shown or changed.
-void Settle(int ms = 400)
+void Settle(int ms)
 {
     QElapsedTimer timer;
     timer.start();
@@ -94,6 +96,37 @@ void Save(QWidget& window, char const* fileName)
     ++g_saved;
     std::printf("%s (%dx%d)\n", qPrintable(path), picture.width(), picture.height());
 }
+
+void SelectRow(QTreeView* view, QString const& name)
+{
+    QAbstractItemModel* model = view->model();
+    QModelIndexList const found = model->match(model->index(0, 0), Qt::DisplayRole, name, 1, Qt::MatchExactly);
+    QModelIndex const row = found.value(0, model->index(0, 0));
+    view->setCurrentIndex(row);
+    view->selectionModel()->select(row, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+void ClickButton(QDialog& dialog, char const* name)
+{
+    if (auto* button = dialog.findChild<QPushButton*>(QLatin1String(name)))
+        button->click();
+    else
+        Fail(name);
+}
+
+std::vector<ShotScene>& ShotScenes()
+{
+    static std::vector<ShotScene> scenes;
+    return scenes;
+}
+
+bool RegisterShotScene(ShotScene scene)
+{
+    ShotScenes().push_back(std::move(scene));
+    return true;
+}
+
+namespace {
 
 bool CopyFolder(QString const& from, QString const& to)
 {
@@ -173,24 +206,6 @@ int ShootList(QDialog& dialog, QString const& eventName)
     return QDialog::Rejected;
 }
 
-
-// Selects the row showing `name` in a list (the first row when none does).
-void SelectRow(QTreeView* view, QString const& name)
-{
-    QAbstractItemModel* model = view->model();
-    QModelIndexList const found = model->match(model->index(0, 0), Qt::DisplayRole, name, 1, Qt::MatchExactly);
-    QModelIndex const row = found.value(0, model->index(0, 0));
-    view->setCurrentIndex(row);
-    view->selectionModel()->select(row, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-}
-
-void ClickButton(QDialog& dialog, char const* name)
-{
-    if (auto* button = dialog.findChild<QPushButton*>(QLatin1String(name)))
-        button->click();
-    else
-        Fail(name);
-}
 
 // The setup list; then the kind chooser, and each editor on a table of the demo.
 int ShootTimeTables(QDialog& dialog)
@@ -442,8 +457,18 @@ int main(int argc, char** argv)
     }
     ZoSetModalRunner({});
 
+    int expected = 14;
+    for (ShotScene const& scene : ShotScenes()) {
+        int const before = g_saved;
+        scene.run(window, copy.path());
+        ZoSetModalRunner({});
+        expected += scene.pictures;
+        if (g_saved - before != scene.pictures)
+            Fail(scene.name);
+    }
+
     window.close();
-    if (g_saved != 14)
+    if (g_saved != expected)
         Fail("not every window could be taken");
     return g_failures == 0 ? 0 : 1;
 }
