@@ -382,11 +382,15 @@ QModelIndex ZoDeviceTreeModel::FindReference(QString const& reference) const
     std::size_t const point = text.rfind(L'.');
     if (point == std::wstring::npos)
         return {};
+    // A reference to a device this catalog lacks finds nothing (the invalid index would
+    // otherwise stand for the top level, whose rows are devices, not variables).
     QModelIndex const device = findDevice(std::wstring_view(text).substr(0, point));
+    if (!device.isValid())
+        return {};
     std::wstring_view const code = std::wstring_view(text).substr(point + 1);
     for (int row = 0; row < rowCount(device); ++row) {
         QModelIndex const variable = index(row, 0, device);
-        if (VariableOf(variable)->code == code)
+        if (ZoVariableInfo const* info = VariableOf(variable); info && info->code == code)
             return variable;
     }
     return {};

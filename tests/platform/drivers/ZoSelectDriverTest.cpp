@@ -67,6 +67,10 @@ TEST_F(DeviceTree, ShowsDevicesByNameThenTheEventsBranch)
     EXPECT_EQ(model.FindReference("R$EVE_Tank high.CTIM").parent().data().toString(), "R$EVE_Tank high");
     EXPECT_EQ(model.FindReference("Line 2.A.FLOW").parent().data().toString(), "Line 2.A");
     EXPECT_FALSE(model.FindReference("PLC1.NOPE").isValid());
+    // A variable of a device that this catalog lacks (a wizard remembers references made
+    // over another project) finds nothing, and does not take the top level for a device.
+    EXPECT_FALSE(model.FindReference("GONE.FLOW").isValid());
+    EXPECT_FALSE(model.FindReference("Missing.Device.FLOW").isValid());
 }
 
 TEST_F(DeviceTree, FilterFindsNamesCodesAndDescriptionsIgnoringCase)
