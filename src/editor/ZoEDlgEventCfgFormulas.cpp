@@ -52,20 +52,9 @@ void ZoEDlgEventCfg::OnEditchangeDeactivationFormule()
 // text (which checks it again through the edit handler).
 void ZoEDlgEventCfg::RunFormulaWizard(QLineEdit* field, bool numeric)
 {
-    int start = field->cursorPosition();
-    int end = start;
-    if (field->hasSelectedText()) {
-        start = field->selectionStart();
-        end = field->selectionEnd();
-    }
     CDlgWizzard wizard(this, std::bitset<34>(4), false, 13);
-    wizard.SetExpression(field->text().toStdWString(), start, end);
     wizard.SetExpected(numeric ? ZoWizardStatus::Expect::Numeric : ZoWizardStatus::Expect::Logical);
-    wizard.m_bShowStatus = true;
-    if (wizard.DoModal() != QDialog::Accepted)
-        return;
-    field->setText(QString::fromStdWString(wizard.Expression()));
-    field->setFocus(Qt::OtherFocusReason);
+    ZoRunWizardOnField(wizard, field);
 }
 
 void ZoEDlgEventCfg::OnWizzard()

@@ -3,11 +3,9 @@
 #include <vector>
 
 class QDialog;
-class QDialogButtonBox;
 class QLineEdit;
 class QPixmap;
 class QPushButton;
-class QTreeView;
 class QWidget;
 
 // Small pieces the time-table dialogs share.
@@ -16,11 +14,7 @@ class QWidget;
 QPushButton* NewTimeTableButton(QWidget* parent, char const* objectName, wchar_t const* image = nullptr);
 // The name field of an editor: at most 64 characters, with the name rule as its tooltip.
 QLineEdit* NewTimeTableNameEdit(QWidget* parent);
-// OK (default) and Cancel, named okButton and cancelButton, in a button box.
-QDialogButtonBox* NewOkCancelBox(QWidget* parent, QPushButton*& ok, QPushButton*& cancel);
 // A swatch of a colour word, framed, of the given size.
 QPixmap ColourSwatch(unsigned colourWord, int width, int height);
-// The selected rows of a list, ascending.
-std::vector<int> SelectedListRows(QTreeView const* list);
 // Asks whether to throw the changes away (text 61530); true for Yes.
 bool ConfirmDiscardChanges(QWidget* dialog);

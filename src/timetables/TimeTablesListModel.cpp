@@ -50,14 +50,8 @@ void TimeTablesListModel::Clear()
 
 void TimeTablesListModel::ClickColumn(int column)
 {
-    if (column < 0 || column >= ColumnCount)
+    if (!m_order.Click(column, ColumnCount))
         return;
-    if (column == m_sortColumn) {
-        m_descending = !m_descending;
-    } else {
-        m_sortColumn = column;
-        m_descending = false;
-    }
     beginResetModel();
     Sort();
     endResetModel();
@@ -66,17 +60,14 @@ void TimeTablesListModel::ClickColumn(int column)
 void TimeTablesListModel::Sort()
 {
     auto const ascending = [this](Entry const& a, Entry const& b) {
-        if (m_sortColumn == KindColumn && a.row.kind != b.row.kind) {
+        if (m_order.Column() == KindColumn && a.row.kind != b.row.kind) {
             int const order = m_foldedWords[a.row.kind].compare(m_foldedWords[b.row.kind]);
             if (order != 0)
                 return order < 0;
         }
         return a.foldedName < b.foldedName;
     };
-    if (m_descending)
-        std::stable_sort(m_rows.begin(), m_rows.end(), [&](Entry const& a, Entry const& b) { return ascending(b, a); });
-    else
-        std::stable_sort(m_rows.begin(), m_rows.end(), ascending);
+    m_order.Sort(m_rows, ascending);
 }
 
 TimeTablesListModel::Row const* TimeTablesListModel::RowAt(int row) const

@@ -1,6 +1,7 @@
 #pragma once
 #include "config/XmlDocument.h"
 #include "events/EventNames.h"
+#include "platform/ui/ZoListSortOrder.h"
 #include <QAbstractTableModel>
 #include <QIcon>
 #include <array>
@@ -35,8 +36,8 @@ public:
     void Clear();
     // The same column again flips the direction; another column sorts ascending.
     void ClickColumn(int column);
-    int SortColumn() const { return m_sortColumn; }
-    bool Descending() const { return m_descending; }
+    int SortColumn() const { return m_order.Column(); }
+    bool Descending() const { return m_order.Descending(); }
 
     Row const* RowAt(int row) const;
     std::wstring NameAt(int row) const;
@@ -61,6 +62,5 @@ private:
     std::array<std::string, 3> m_foldedWords;
     mutable std::array<QIcon, 3> m_icons;
     mutable bool m_iconsLoaded = false;
-    int m_sortColumn = NameColumn;
-    bool m_descending = false;
+    ZoListSortOrder m_order{NameColumn};
 };

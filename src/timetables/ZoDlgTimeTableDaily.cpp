@@ -7,6 +7,7 @@
 #include "platform/ui/ZoMessage.h"
 #include "timetables/DaySlotEditing.h"
 #include "timetables/DaySlotsModel.h"
+#include "platform/ui/ZoOkCancelBox.h"
 #include "timetables/TimeTableDialogParts.h"
 #include "timetables/TimeTableNameCheck.h"
 #include <QBoxLayout>
@@ -52,7 +53,7 @@ ZoDlgTimeTableDaily::ZoDlgTimeTableDaily(QWidget* parent, XmlNode* element, XmlN
     m_delete = NewTimeTableButton(this, "deleteSlotButton", L"REMOVE-16.png");
     m_picture = new ZoDayCtrl(this);
     m_picture->setObjectName(QStringLiteral("dayPicture"));
-    m_buttons = NewOkCancelBox(this, m_ok, m_cancel);
+    m_buttons = ZoNewOkCancelBox(this, m_ok, m_cancel);
 
     connect(m_colourButton, &QPushButton::clicked, this, &ZoDlgTimeTableDaily::OnChooseColour);
     connect(m_add, &QPushButton::clicked, this, &ZoDlgTimeTableDaily::OnAddSlot);
@@ -148,7 +149,7 @@ void ZoDlgTimeTableDaily::SlotsChanged()
 
 void ZoDlgTimeTableDaily::UpdateButtons()
 {
-    std::size_t const selected = SelectedListRows(m_slots).size();
+    std::size_t const selected = ZoSelectedRows(m_slots).size();
     m_modify->setEnabled(selected == 1);
     m_delete->setEnabled(selected >= 1);
 }
@@ -170,7 +171,7 @@ void ZoDlgTimeTableDaily::OnAddSlot()
 
 void ZoDlgTimeTableDaily::OnModifySlot()
 {
-    std::vector<int> const rows = SelectedListRows(m_slots);
+    std::vector<int> const rows = ZoSelectedRows(m_slots);
     if (rows.empty())
         return;
     DaySlot const old = m_model->SlotAt(rows.front());
@@ -185,7 +186,7 @@ void ZoDlgTimeTableDaily::OnModifySlot()
 
 void ZoDlgTimeTableDaily::OnDeleteSlots()
 {
-    std::vector<int> const rows = SelectedListRows(m_slots);
+    std::vector<int> const rows = ZoSelectedRows(m_slots);
     if (rows.empty())
         return;
     m_model->Remove(rows);
@@ -242,7 +243,7 @@ bool ZoDlgTimeTableDaily::eventFilter(QObject* watched, QEvent* event)
     if (watched == m_slots && event->type() == QEvent::KeyPress) {
         auto* key = static_cast<QKeyEvent*>(event);
         if (!(key->modifiers() & ~Qt::KeypadModifier)) {
-            bool const selected = !SelectedListRows(m_slots).empty();
+            bool const selected = !ZoSelectedRows(m_slots).empty();
             switch (key->key()) {
             case Qt::Key_Insert: OnAddSlot(); return true;
             case Qt::Key_Delete: if (selected) OnDeleteSlots(); return true;
@@ -259,7 +260,7 @@ bool ZoDlgTimeTableDaily::eventFilter(QObject* watched, QEvent* event)
     }
     if (watched == m_slots->viewport() && event->type() == QEvent::MouseButtonDblClick
         && static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
-        if (!SelectedListRows(m_slots).empty())
+        if (!ZoSelectedRows(m_slots).empty())
             OnModifySlot();
         return true;
     }

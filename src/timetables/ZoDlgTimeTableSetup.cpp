@@ -114,8 +114,7 @@ void ZoDlgTimeTableSetup::UpdateList()
 
 void ZoDlgTimeTableSetup::UpdateSortIndicator()
 {
-    m_list->header()->setSortIndicator(m_model->SortColumn(),
-                                       m_model->Descending() ? Qt::DescendingOrder : Qt::AscendingOrder);
+    ZoShowSortIndicator(m_list, m_model->SortColumn(), m_model->Descending());
 }
 
 void ZoDlgTimeTableSetup::AdjustColumnsSize()
@@ -134,7 +133,7 @@ void ZoDlgTimeTableSetup::UpdateButtons()
 
 std::vector<int> ZoDlgTimeTableSetup::SelectedRows() const
 {
-    return SelectedListRows(m_list);
+    return ZoSelectedRows(m_list);
 }
 
 void ZoDlgTimeTableSetup::SelectName(std::wstring const& name)
@@ -278,11 +277,7 @@ void ZoDlgTimeTableSetup::OnDelete()
         element->Parent()->RemoveChild(element);
     m_modified = true;
     UpdateList();
-    if (m_model->rowCount() > 0) {
-        QModelIndex const index = m_model->index(std::min(firstRow, m_model->rowCount() - 1), 0);
-        m_list->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect
-                                                             | QItemSelectionModel::Rows);
-    }
+    ZoSelectRowAfterRemoval(m_list, firstRow);
 }
 
 void ZoDlgTimeTableSetup::CopyToClipboard()
@@ -317,20 +312,8 @@ std::unique_ptr<QMenu> ZoDlgTimeTableSetup::CreateContextMenu()
     bool const selected = !SelectedRows().empty();
     std::string buffer;
     bool const canPaste = GetFromClipboard(buffer, kClipboardSelector) >= 1 && IsTimeTablesClipboardText(buffer);
-    if (!selected && !canPaste)
-        return nullptr;
-    auto menu = std::make_unique<QMenu>(this);
-    if (selected) {
-        QAction* copy = menu->addAction(ZoImageIcon(L"COPY-16.png"), ZoText(732) + QStringLiteral("\tCtrl+C"), this,
-                                        &ZoDlgTimeTableSetup::CopyToClipboard);
-        copy->setObjectName(QStringLiteral("copyAction"));
-    }
-    if (canPaste) {
-        QAction* paste = menu->addAction(ZoImageIcon(L"PASTE-16.png"), ZoText(742) + QStringLiteral("\tCtrl+V"), this,
-                                         &ZoDlgTimeTableSetup::PasteFromClipboard);
-        paste->setObjectName(QStringLiteral("pasteAction"));
-    }
-    return menu;
+    return ZoNewCopyPasteMenu(this, selected, canPaste, [this] { CopyToClipboard(); },
+                              [this] { PasteFromClipboard(); });
 }
 
 void ZoDlgTimeTableSetup::OnRclickZoeList(QPoint const& position)
@@ -356,34 +339,12 @@ void ZoDlgTimeTableSetup::OnOK()
 
 bool ZoDlgTimeTableSetup::OnKeydownList(QKeyEvent* key)
 {
-    if (key->matches(QKeySequence::Copy)) {
-        CopyToClipboard();
-        return true;
-    }
-    if (key->matches(QKeySequence::Paste)) {
-        PasteFromClipboard();
-        return true;
-    }
-    if (key->modifiers() & ~Qt::KeypadModifier)
-        return false;
-    bool const selected = !SelectedRows().empty();
-    switch (key->key()) {
-    case Qt::Key_Insert:
-        OnAdd();
-        return true;
-    case Qt::Key_Delete:
-        if (selected)
-            OnDelete();
-        return true;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        if (!selected)
-            return false;
-        OnModify();
-        return true;
-    default:
-        return false;
-    }
+    return ZoListKey(key, !SelectedRows().empty(),
+                     {.copy = [this] { CopyToClipboard(); },
+                      .paste = [this] { PasteFromClipboard(); },
+                      .add = [this] { OnAdd(); },
+                      .remove = [this] { OnDelete(); },
+                      .open = [this] { OnModify(); }});
 }
 
 void ZoDlgTimeTableSetup::OnDblclkZoeList()

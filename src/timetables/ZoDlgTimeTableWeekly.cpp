@@ -4,6 +4,7 @@
 #include "platform/tools/ZoFormat.h"
 #include "platform/tools/ZoTexts.h"
 #include "timetables/DayProgramsModel.h"
+#include "platform/ui/ZoOkCancelBox.h"
 #include "timetables/TimeTableDialogParts.h"
 #include "timetables/TimeTableNameCheck.h"
 #include <QBoxLayout>
@@ -43,7 +44,7 @@ ZoDlgTimeTableWeekly::ZoDlgTimeTableWeekly(QWidget* parent, XmlNode* element, Xm
         m_pictures[day]->setObjectName(QStringLiteral("dayPicture%1").arg(day));
         m_pictures[day]->setMinimumWidth(260);
     }
-    m_buttons = NewOkCancelBox(this, m_ok, m_cancel);
+    m_buttons = ZoNewOkCancelBox(this, m_ok, m_cancel);
     connect(m_ok, &QPushButton::clicked, this, &ZoDlgTimeTableWeekly::OnOK);
     connect(m_cancel, &QPushButton::clicked, this, &ZoDlgTimeTableWeekly::reject);
     setSizeGripEnabled(true);

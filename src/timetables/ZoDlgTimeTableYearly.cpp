@@ -6,6 +6,7 @@
 #include "platform/ui/ZoListView.h"
 #include "timetables/CalendarPainting.h"
 #include "timetables/DayProgramsModel.h"
+#include "platform/ui/ZoOkCancelBox.h"
 #include "timetables/TimeTableDialogParts.h"
 #include "timetables/TimeTableNameCheck.h"
 #include <QBoxLayout>
@@ -50,7 +51,7 @@ ZoDlgTimeTableYearly::ZoDlgTimeTableYearly(QWidget* parent, XmlNode* element, Xm
     m_fastSelection = NewTimeTableButton(this, "fastSelectionButton");
     m_calendar = new ZoCalendar(this);
     m_calendar->setObjectName(QStringLiteral("calendar"));
-    m_buttons = NewOkCancelBox(this, m_ok, m_cancel);
+    m_buttons = ZoNewOkCancelBox(this, m_ok, m_cancel);
 
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &ZoDlgTimeTableYearly::OnDayProgramChanged);

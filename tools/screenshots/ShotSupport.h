@@ -9,6 +9,7 @@ class MainWindow;
 class QDialog;
 class QTreeView;
 class QWidget;
+class XmlDocument;
 
 void Fail(char const* what);
 // Lets the window system map, expose and paint what was just shown or changed.
@@ -19,6 +20,9 @@ void Save(QWidget& window, char const* fileName);
 // Selects the row showing `name` in a list (the first row when none does).
 void SelectRow(QTreeView* view, QString const& name);
 void ClickButton(QDialog& dialog, char const* name);
+// Parses the file `name` of the project folder into document; false when it cannot be
+// read or holds no document.
+bool LoadShotDocument(QString const& folder, char const* name, XmlDocument& document);
 
 // A scene runs after the built-in ones, on the host window opened on the project's copy
 // (projectCopy is that folder). It installs its own modal runner if it needs one; the run

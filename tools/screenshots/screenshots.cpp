@@ -336,11 +336,7 @@ int ShootVariableChooser(QDialog& dialog)
 // The time-tables document of the project copy, as the host reads it.
 bool LoadTimeTables(QString const& folder, XmlDocument& document)
 {
-    QFile file(QDir(folder).filePath(QStringLiteral("TimeTables.zocfg")));
-    if (!file.open(QIODevice::ReadOnly))
-        return false;
-    QByteArray const bytes = file.readAll();
-    return document.Parse(bytes.constData(), std::size_t(bytes.size())) && document.Root();
+    return LoadShotDocument(folder, "TimeTables.zocfg", document);
 }
 
 } // namespace

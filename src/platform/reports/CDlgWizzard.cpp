@@ -17,6 +17,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSplitter>
@@ -406,4 +407,21 @@ void CDlgWizzard::Remember()
     memory.size = size();
     memory.splitter = m_splitter->saveState();
     memory.lastVariable = m_lastVariable;
+}
+
+bool ZoRunWizardOnField(CDlgWizzard& wizard, QLineEdit* field)
+{
+    int start = field->cursorPosition();
+    int end = start;
+    if (field->hasSelectedText()) {
+        start = field->selectionStart();
+        end = field->selectionEnd();
+    }
+    wizard.SetExpression(field->text().toStdWString(), start, end);
+    wizard.m_bShowStatus = true;
+    if (wizard.DoModal() != QDialog::Accepted)
+        return false;
+    field->setText(QString::fromStdWString(wizard.Expression()));
+    field->setFocus(Qt::OtherFocusReason);
+    return true;
 }

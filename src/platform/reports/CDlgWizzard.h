@@ -7,6 +7,7 @@
 #include <memory>
 
 class QLabel;
+class QLineEdit;
 class QPlainTextEdit;
 class QPushButton;
 class QSplitter;
@@ -124,3 +125,8 @@ private:
     QWidget* m_operators = nullptr;
     QSplitter* m_splitter = nullptr;
 };
+
+// Runs the wizard, with its status line, on a formula field: the field's text, its
+// selection (or the caret) as the place to insert. On OK the field takes the composed
+// formula and the focus. True on OK.
+bool ZoRunWizardOnField(CDlgWizzard& wizard, QLineEdit* field);

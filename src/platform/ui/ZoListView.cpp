@@ -1,6 +1,12 @@
 #include "platform/ui/ZoListView.h"
+#include "platform/tools/ZoTexts.h"
+#include "platform/ui/ZoIcons.h"
 
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMenu>
 #include <QTreeView>
+#include <algorithm>
 
 QTreeView* ZoNewListView(QWidget* parent, char const* objectName, QAbstractItemModel* model,
                          QAbstractItemView::SelectionMode mode)
@@ -16,4 +22,75 @@ QTreeView* ZoNewListView(QWidget* parent, char const* objectName, QAbstractItemM
     list->setAllColumnsShowFocus(true);
     list->setEditTriggers(QAbstractItemView::NoEditTriggers);
     return list;
+}
+
+std::vector<int> ZoSelectedRows(QTreeView const* list)
+{
+    std::vector<int> rows;
+    for (QModelIndex const& index : list->selectionModel()->selectedRows())
+        rows.push_back(index.row());
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+void ZoShowSortIndicator(QTreeView* list, int column, bool descending)
+{
+    list->header()->setSortIndicator(column, descending ? Qt::DescendingOrder : Qt::AscendingOrder);
+}
+
+void ZoSelectRowAfterRemoval(QTreeView* list, int firstRow)
+{
+    int const count = list->model()->rowCount();
+    if (count <= 0)
+        return;
+    QModelIndex const index = list->model()->index(std::min(firstRow, count - 1), 0);
+    list->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+bool ZoListKey(QKeyEvent* key, bool selected, ZoListKeyCommands const& commands)
+{
+    auto run = [](std::function<void()> const& command) {
+        if (!command)
+            return false;
+        command();
+        return true;
+    };
+    if (key->matches(QKeySequence::Copy))
+        return run(commands.copy);
+    if (key->matches(QKeySequence::Paste))
+        return run(commands.paste);
+    if (key->modifiers() & ~Qt::KeypadModifier)
+        return false;
+    switch (key->key()) {
+    case Qt::Key_Insert: return run(commands.add);
+    case Qt::Key_Delete:
+        if (!commands.remove)
+            return false;
+        if (selected)
+            commands.remove();
+        return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter: return run(selected ? commands.open : commands.enterOnNothing);
+    case Qt::Key_Escape: return run(commands.escape);
+    default: return false;
+    }
+}
+
+std::unique_ptr<QMenu> ZoNewCopyPasteMenu(QWidget* parent, bool canCopy, bool canPaste, std::function<void()> copy,
+                                          std::function<void()> paste)
+{
+    if (!canCopy && !canPaste)
+        return nullptr;
+    auto menu = std::make_unique<QMenu>(parent);
+    if (canCopy) {
+        QAction* action = menu->addAction(ZoImageIcon(L"COPY-16.png"), ZoText(732) + QStringLiteral("\tCtrl+C"),
+                                          parent, std::move(copy));
+        action->setObjectName(QStringLiteral("copyAction"));
+    }
+    if (canPaste) {
+        QAction* action = menu->addAction(ZoImageIcon(L"PASTE-16.png"), ZoText(742) + QStringLiteral("\tCtrl+V"),
+                                          parent, std::move(paste));
+        action->setObjectName(QStringLiteral("pasteAction"));
+    }
+    return menu;
 }

@@ -1,7 +1,12 @@
 #pragma once
 #include <QAbstractItemView>
+#include <functional>
+#include <memory>
+#include <vector>
 
 class QAbstractItemModel;
+class QKeyEvent;
+class QMenu;
 class QTreeView;
 class QWidget;
 
@@ -9,3 +14,31 @@ class QWidget;
 // rows of one height (so that lists of many thousand rows stay quick), no editing in place.
 QTreeView* ZoNewListView(QWidget* parent, char const* objectName, QAbstractItemModel* model,
                          QAbstractItemView::SelectionMode mode = QAbstractItemView::ExtendedSelection);
+
+// The selected rows of a list, ascending.
+std::vector<int> ZoSelectedRows(QTreeView const* list);
+
+// Shows the model's sort column and direction in the list's header.
+void ZoShowSortIndicator(QTreeView* list, int column, bool descending);
+
+// After rows from firstRow on were removed: selects the row that took firstRow's place, or
+// the last one, when any is left.
+void ZoSelectRowAfterRemoval(QTreeView* list, int firstRow);
+
+// What the keys of a list of elements do; a null entry leaves its key to the dialog.
+struct ZoListKeyCommands {
+    std::function<void()> copy = {};           // Ctrl+C
+    std::function<void()> paste = {};          // Ctrl+V
+    std::function<void()> add = {};            // Insert
+    std::function<void()> remove = {};         // Delete with rows selected (without, Delete does nothing)
+    std::function<void()> open = {};           // Enter with rows selected
+    std::function<void()> enterOnNothing = {}; // Enter without a selection
+    std::function<void()> escape = {};         // Escape
+};
+// Runs the command of a key pressed in a list; true when the key was used.
+bool ZoListKey(QKeyEvent* key, bool selected, ZoListKeyCommands const& commands);
+
+// The context menu of a list with Copy (when canCopy) and Paste (when canPaste), named
+// copyAction and pasteAction; null when neither applies.
+std::unique_ptr<QMenu> ZoNewCopyPasteMenu(QWidget* parent, bool canCopy, bool canPaste, std::function<void()> copy,
+                                          std::function<void()> paste);
