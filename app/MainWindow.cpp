@@ -7,6 +7,7 @@
 #include "ProjectSummary.h"
 #include "editor/ZoEDlgEventCfg.h"
 #include "events/ZoEDlgEventsCfg.h"
+#include "groups/ZoEDlgEventGroupsCfg.h"
 #include "platform/drivers/ZoDeviceCatalog.h"
 #include "platform/drivers/ZoEventVariables.h"
 #include "platform/ui/ZoClipboard.h"
@@ -108,17 +109,14 @@ void MainWindow::CreateActions()
     connect(m_events, &QAction::triggered, this, &MainWindow::OnEventsList);
     m_editEvent = NewAction(this, 60008, "editEventAction");
     connect(m_editEvent, &QAction::triggered, this, &MainWindow::OnEditEvent);
-    // The other public dialogs of the module come in later versions; their entries are
-    // shown, disabled, so that the menu already tells what the editor will offer.
     m_eventGroups = NewAction(this, 60009, "eventGroupsAction");
+    connect(m_eventGroups, &QAction::triggered, this, &MainWindow::OnEventGroups);
     m_timeTables = NewAction(this, 60010, "timeTablesAction");
     m_timeSlot = NewAction(this, 60011, "timeSlotAction");
     m_eventVariables = NewAction(this, 60012, "eventVariablesAction");
     connect(m_eventVariables, &QAction::triggered, this, &MainWindow::OnEventVariables);
     connect(m_timeTables, &QAction::triggered, this, &MainWindow::OnTimeTables);
     connect(m_timeSlot, &QAction::triggered, this, &MainWindow::OnTimeSlot);
-    for (QAction* later : {m_eventGroups})
-        later->setEnabled(false);
 
     m_about = NewAction(this, 60015, "aboutAction");
     m_about->setMenuRole(QAction::AboutRole);
@@ -174,6 +172,7 @@ void MainWindow::UpdateActions()
     m_events->setEnabled(open);
     m_editEvent->setEnabled(events && events->Child(L"event"));
     m_eventVariables->setEnabled(events && events->Child(L"event"));
+    m_eventGroups->setEnabled(open);
     m_timeTables->setEnabled(open);
     m_timeSlot->setEnabled(open);
     m_save->setEnabled(open && HasUnsavedChanges());
@@ -360,6 +359,33 @@ void MainWindow::OnEditEvent()
     *events = *copy.Root();
     ZoRefreshProjectEvents(events);
     SaveDocuments({ProjectDoc::Events});
+    UpdatePanel();
+}
+
+// Events > Event groups: deleting groups and changing members act on the live document at
+// once, and a cancelled dialog does not undo them itself; the journal lets the editor undo
+// them, after a question, as it does for the events list. Memberships are not part of the
+// catalog's events, so the catalog stays as it is.
+void MainWindow::OnEventGroups()
+{
+    if (!m_project)
+        return;
+    XmlDocument& events = m_project->Events();
+    events.BeginJournal();
+    int result = QDialog::Rejected;
+    {
+        ZoEDlgEventGroupsCfg dialog(this, &events);
+        result = dialog.DoModal();
+    }
+    bool const changed = events.JournalHasChanges();
+    bool const keep = result == QDialog::Accepted || (changed && !ZoAskYesNo(this, 63001));
+    if (keep) {
+        events.EndJournal();
+        if (changed)
+            SaveDocuments({ProjectDoc::Events});
+    } else {
+        events.UndoJournal();
+    }
     UpdatePanel();
 }
 

@@ -35,6 +35,7 @@ public:
     void OnSave();
     void OnEventsList();
     void OnEditEvent();
+    void OnEventGroups();
     void OnEventVariables();
     void OnTimeTables();
     void OnTimeSlot();

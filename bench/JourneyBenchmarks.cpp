@@ -10,6 +10,10 @@
 #include "StepTimer.h"
 #include "editor/ZoEDlgEventCfg.h"
 #include "events/ZoEDlgEventsCfg.h"
+#include "groups/ZoDlgSelect.h"
+#include "groups/ZoEDlgEventGroupsCfg.h"
+
+#include <QTreeView>
 
 #include <QFile>
 
@@ -183,6 +187,57 @@ void BM_JourneySave(benchmark::State& state)
         state.SkipWithError("Events.zocfg does not hold the saved change");
 }
 
+// Events > Event groups until the dialog reaches the modal runner, every group's members
+// collected from the events.
+void BM_JourneyOpenGroups(benchmark::State& state)
+{
+    EachSession(state, [&](JourneyScript& script, JourneyWindow& window, StepTimer& timer) {
+        script.ThenAs<ZoEDlgEventGroupsCfg>([&](ZoEDlgEventGroupsCfg& dialog) {
+            timer.Stop();
+            if (dialog.findChild<QTreeView*>("groupsList")->model()->rowCount() == 0)
+                script.Fail("the groups dialog shows no group");
+            return ClickButton(script, dialog, "cancelButton");
+        });
+        timer.Start();
+        window.Window().OnEventGroups();
+    });
+}
+
+// In the groups dialog, the first group selected: Add member, the first event offered
+// chosen in the selection dialog, then OK, until OnEventGroups has returned and the events
+// file is saved.
+void BM_JourneyGroupsAddMemberSave(benchmark::State& state)
+{
+    EachSession(state, [&](JourneyScript& script, JourneyWindow& window, StepTimer& timer) {
+        int groupsResult = QDialog::Rejected;
+        script.ThenAs<ZoEDlgEventGroupsCfg>([&](ZoEDlgEventGroupsCfg& dialog) {
+            auto* groups = dialog.findChild<QTreeView*>("groupsList");
+            auto* members = dialog.findChild<QTreeView*>("membersList");
+            groups->selectionModel()->select(groups->model()->index(0, 0),
+                                             QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+            int const before = members->model()->rowCount();
+            script.ThenAs<ZoDlgSelect>([&](ZoDlgSelect& select) {
+                auto* list = select.findChild<QTreeView*>("selectList");
+                list->selectionModel()->select(list->model()->index(0, 0),
+                                               QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+                return ClickButton(script, select, "okButton");
+            });
+            timer.Start();
+            ClickButton(script, dialog, "addMemberButton");
+            if (members->model()->rowCount() != before + 1)
+                script.Fail("the chosen event did not join the group");
+            groupsResult = ClickButton(script, dialog, "okButton");
+            return groupsResult;
+        });
+        window.Window().OnEventGroups();
+        timer.Stop();
+        if (groupsResult != QDialog::Accepted)
+            script.Fail("the groups dialog did not end with OK after a change");
+        else if (window.Window().HasUnsavedChanges())
+            script.Fail("the host did not save the events document");
+    });
+}
+
 void JourneyArgs(benchmark::internal::Benchmark* benchmark)
 {
     benchmark->Arg(10000)->Arg(100000)->Iterations(5)->UseManualTime()->Unit(benchmark::kMillisecond);
@@ -196,3 +251,5 @@ BENCHMARK(BM_JourneyModifyOpenEditor)->Apply(JourneyArgs);
 BENCHMARK(BM_JourneyModifyCommit)->Apply(JourneyArgs);
 BENCHMARK(BM_JourneyDeleteCancel)->Apply(JourneyArgs);
 BENCHMARK(BM_JourneySave)->Apply(JourneyArgs);
+BENCHMARK(BM_JourneyOpenGroups)->Apply(JourneyArgs);
+BENCHMARK(BM_JourneyGroupsAddMemberSave)->Apply(JourneyArgs);
