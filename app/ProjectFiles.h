@@ -18,7 +18,7 @@ inline constexpr wchar_t const* kDevicesFile = L"Devices.zocfg";
 inline constexpr wchar_t const* kDevicesRoot = L"deviceTree";
 inline constexpr wchar_t const* kDeviceGroupsTag = L"deviceGroups";
 inline constexpr wchar_t const* kCatalogTag = L"catalog";
-// "Users.zocfg": root usersBD with `users` and `mailLists`; the editor never writes it.
+// "Users.zocfg": root usersBD with `users`, `mailLists` and `phoneLists`; the editor never writes it.
 inline constexpr wchar_t const* kUsersFile = L"Users.zocfg";
 inline constexpr wchar_t const* kUsersRoot = L"usersBD";
 inline constexpr wchar_t const* kUsersVersion = L"24.11.17";

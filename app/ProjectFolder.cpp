@@ -91,6 +91,12 @@ std::unique_ptr<ProjectFolder> ProjectFolder::Open(QString const& folder, std::w
     }
     try {
         for (ProjectDoc doc : kAllDocs) {
+            // The users file is read only when a mail or SMS editor first needs it: the
+            // action lists load it into the document, which opening leaves unloaded.
+            if (doc == ProjectDoc::Users) {
+                project->m_onDisk[Index(doc)] = QFileInfo(project->FilePath(doc)).isFile();
+                continue;
+            }
             if (!project->Load(doc, error))
                 return nullptr;
         }

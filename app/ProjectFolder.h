@@ -11,7 +11,9 @@
 // The documents of one open project folder, owned by the host and handed to the dialogs.
 //
 // Opening first brings the folder back to a whole state if a save was stopped in it (see
-// ProjectSaver), then reads every document of the folder. A document that cannot be read
+// ProjectSaver), then reads every document of the folder but the users file: Users() is
+// left unloaded (no root) and the event editor's action lists load it the first time a
+// mail or SMS editor needs it (ZoEnsureUsersLoaded); nothing ever writes it. A document that cannot be read
 // (also: not a regular file, too large, memory running out), does not parse or has a root
 // of another tag refuses the whole folder, with a message that names the file and the
 // reason; the file is left as it is. A missing document starts empty in memory (with its

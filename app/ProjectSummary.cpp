@@ -1,6 +1,8 @@
 #include "ProjectSummary.h"
 
+#include "ProjectFileReader.h"
 #include "ProjectFolder.h"
+#include "config/XmlScanner.h"
 
 #include <QDir>
 
@@ -51,6 +53,47 @@ int CountEventDevices(XmlNode const* deviceGroups)
     return count;
 }
 
+// Counts usersBD/users/user elements as the text goes by, without building a tree.
+class UserCounter : public zo::xml::ScanHandler {
+public:
+    void StartElement(std::string_view name) override
+    {
+        static constexpr std::string_view kPath[] = {"usersBD", "users", "user"};
+        if (m_depth == m_matched && m_matched < 3 && name == kPath[m_matched])
+            ++m_matched;
+        ++m_depth;
+        if (m_depth == 3 && m_matched == 3)
+            ++count;
+    }
+    void Attribute(std::string_view, std::string_view) override {}
+    void Text(std::string_view) override {}
+    void EndElement() override
+    {
+        if (m_matched == m_depth)
+            --m_matched;
+        --m_depth;
+    }
+    int count = 0;
+
+private:
+    int m_depth = 0;
+    int m_matched = 0;
+};
+
+// The users of the project: from the users document once it is loaded, else counted in
+// the file (opening leaves it unloaded); a file that cannot be read counts none.
+int CountUsers(ProjectFolder& project)
+{
+    if (project.Users().IsOK())
+        return CountChildren(project.Users().Root(), L"users", L"user");
+    ProjectFileBytes bytes;
+    std::wstring reason;
+    if (ReadProjectFile(project.FilePath(ProjectDoc::Users), bytes, reason) != ProjectFileRead::Read)
+        return 0;
+    UserCounter counter;
+    return zo::xml::ScanXml(bytes.data.get(), bytes.size, counter).ok ? counter.count : 0;
+}
+
 int CountFiles(QString const& folder, QString const& pattern)
 {
     return static_cast<int>(QDir(folder).entryList({pattern}, QDir::Files).size());
@@ -74,6 +117,6 @@ ProjectSummary SummarizeProject(ProjectFolder& project)
     summary.catalogDevices = CountChildren(project.Devices().Root(), kCatalogTag, L"driver");
     summary.screens = CountFiles(summary.folder, QStringLiteral("*.*.XSCN"));
     summary.reports = CountFiles(summary.folder, QStringLiteral("*.*.xrpt"));
-    summary.users = CountChildren(project.Users().Root(), L"users", L"user");
+    summary.users = CountUsers(project);
     return summary;
 }

@@ -1,16 +1,12 @@
 #include "editor/ZoActionChecks.h"
 
-#include "editor/ZoFormulaStatus.h"
-#include "platform/drivers/ZoValueInfo.h"
+#include "actions/ZoForceActionCheck.h"
 #include "platform/drivers/ZoVariable.h"
 #include "platform/formula/ZoEvaluator.h"
 #include "platform/tools/ZoFormat.h"
 #include "platform/tools/ZoTexts.h"
 
 namespace {
-
-constexpr int kNumeric = 0;
-constexpr int kLogical = 1;
 
 std::optional<ZoActionFault> Fault(int kind, ZoBasicString<wchar_t> detail)
 {
@@ -62,7 +58,8 @@ ZoBasicString<wchar_t> LabelOrQuestionMark(unsigned textId)
 } // namespace
 
 // The variable is checked first (it must be one writable device variable of the catalog,
-// without a period filter), then the value, which must suit that variable.
+// without a period filter), then the value, which must suit that variable. The checks are
+// those of the force action editor; only the wording of the faults is the event's own.
 std::optional<ZoActionFault> ZoCheckForceAction(ZoEvaluator& evaluator, ZoActionNode const& action)
 {
     ZoBasicString<wchar_t> const variable = action.Value(L"variable", L"");
@@ -72,40 +69,24 @@ std::optional<ZoActionFault> ZoCheckForceAction(ZoEvaluator& evaluator, ZoAction
     if (value.empty())
         return ForceFault(608, ZoLoadString(32449));
 
-    ZoPrepareEditorCheck(evaluator, variable);
-    evaluator.EnableDiscriminators(false);
-    evaluator.SetFlags(ZoEvaluator::kWriteTarget | ZoEvaluator::kEditorCheck, ~0u);
-    double result = 0;
-    int type = -1;
-    if (evaluator.AnalizeExpression() < 0 || !evaluator.IsOnlyOneDeviceVariable())
-        return ForceFault(607, ZoLoadString(32452));
-    int code = evaluator.Evaluate(result, type);
-    if (code != kZoFormulaOk && code != kZoFormulaMarked)
-        return ForceFault(607, evaluator.ErrorMsg(code));
     ZoDriverVariable target;
-    if (!target.Setup(variable) || !target.Lock())
-        return ForceFault(607, ZoLoadString(32452));
-    ZoValueInfo const info = target.ValueInfo();
-    bool const textVariable = target.Info() && target.Info()->kind == kZoText;
+    ZoForceCheck check = ZoCheckForceVariable(evaluator, variable, target);
+    switch (check.fault) {
+    case ZoForceFault::None: break;
+    case ZoForceFault::Module:
+    case ZoForceFault::Evaluator: return ForceFault(607, evaluator.ErrorMsg(check.code));
+    default: return ForceFault(607, ZoLoadString(32452));
+    }
 
-    ZoPrepareEditorCheck(evaluator, value);
-    evaluator.EnableDiscriminators(false);
-    int const kind = evaluator.AnalizeExpression();
-    if (kind < 0)
-        return ForceFault(608, ZoLoadString(32838) + L": " + evaluator.ErrorMsg(evaluator.ErrorCode()));
-    code = evaluator.Evaluate(result, type);
-    if (code == kZoFormulaModule)
-        return ForceFault(608, ZoLoadString(32838) + L": " + ZoLoadString(37540));
-    if (code != kZoFormulaOk && code != kZoFormulaMarked)
-        return ForceFault(608, ZoLoadString(32838) + L": " + evaluator.ErrorMsg(code));
-    // A text goes only into a text variable, a number or a logical value only into others,
-    // and then within what the variable accepts.
-    bool const suits = textVariable ? type == 2
-                                    : (type == kNumeric || type == kLogical)
-            && ((info.flags & kZoValueNoCheck) != 0 || info.Accepts(result));
-    if (!suits)
-        return ForceFault(608, ZoLoadString(32838));
-    return std::nullopt;
+    check = ZoCheckForceValue(evaluator, value, target);
+    switch (check.fault) {
+    case ZoForceFault::None: return std::nullopt;
+    case ZoForceFault::Syntax:
+    case ZoForceFault::Evaluator:
+        return ForceFault(608, ZoLoadString(32838) + L": " + evaluator.ErrorMsg(check.code));
+    case ZoForceFault::Module: return ForceFault(608, ZoLoadString(32838) + L": " + ZoLoadString(37540));
+    default: return ForceFault(608, ZoLoadString(32838));
+    }
 }
 
 std::optional<ZoActionFault> ZoCheckDeviceAction(ZoActionNode const& action)
@@ -128,10 +109,15 @@ std::optional<ZoActionFault> ZoCheckMailAction(ZoActionNode const& action)
 {
     if (action.Value(L"message", L"").empty())
         return Fault(kZoActionMail, ZoLoadString(34174));
-    if (action.Value(L"address", L"").empty() && !HasNonEmptyChild(action, L"users")
-        && !HasNonEmptyChild(action, L"mailLists"))
+    if (!ZoActionHasRecipient(action, L"address", L"mailLists"))
         return Fault(kZoActionMail, ZoLoadString(34175));
     return std::nullopt;
+}
+
+bool ZoActionHasRecipient(ZoActionNode const& action, wchar_t const* freeKey, wchar_t const* listsTag)
+{
+    return !action.Value(freeKey, L"").empty() || HasNonEmptyChild(action, L"users")
+        || HasNonEmptyChild(action, listsTag);
 }
 
 int ZoMomentsToCheck(ZoActionNode const& event)

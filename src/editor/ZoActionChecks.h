@@ -32,6 +32,12 @@ std::optional<ZoActionFault> ZoCheckScreenAction(ZoActionNode const& action);
 std::optional<ZoActionFault> ZoCheckReportAction(ZoActionNode const& action);
 std::optional<ZoActionFault> ZoCheckMailAction(ZoActionNode const& action);
 
+// Whether a mail or SMS action names at least one recipient: a free recipients text (key
+// freeKey: "address" for mail, "phone" for SMS), or a `users` or `listsTag` container
+// ("mailLists", "phoneLists") with at least one child. Shared by the event's checks and
+// the mail and SMS editors.
+bool ZoActionHasRecipient(ZoActionNode const& action, wchar_t const* freeKey, wchar_t const* listsTag);
+
 // How many moments of each list are checked: all four for a notified event (stored
 // `notify` exactly "T"), else the first three, since only notified events are ever
 // acknowledged. The stored value counts, not the check box.

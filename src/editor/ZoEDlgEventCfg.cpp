@@ -23,7 +23,6 @@
 #include <QPushButton>
 #include <QShortcut>
 #include <QToolButton>
-#include <QStandardItemModel>
 #include <QTabWidget>
 #include <QTreeView>
 #include <QVBoxLayout>
@@ -85,20 +84,6 @@ QFrame* NewSeparator(QWidget* parent)
     line->setFrameShape(QFrame::HLine);
     line->setFrameShadow(QFrame::Sunken);
     return line;
-}
-
-// A list of the annotation area (groups, arguments): its columns are there, its rows and
-// commands come with the membership and argument editing.
-QTreeView* NewAreaList(QWidget* parent, char const* objectName, QString const& valueHeader)
-{
-    auto* model = new QStandardItemModel(0, 2, parent);
-    model->setHorizontalHeaderLabels({QString(), valueHeader});
-    QTreeView* list = ZoNewListView(parent, objectName, model);
-    list->header()->setStretchLastSection(true);
-    list->header()->resizeSection(0, 40);
-    list->setMinimumHeight(80);
-    list->setEnabled(false);
-    return list;
 }
 
 std::wstring TextOf(QLineEdit const* edit)
@@ -253,55 +238,21 @@ QWidget* ZoEDlgEventCfg::BuildAdvancedTab()
     feed->addWidget(m_rssDeactivate);
     feed->addWidget(m_rssAcknowledge);
 
-    auto* annotations = new QGroupBox(ZoText(36787), page);
-    annotations->setObjectName(QStringLiteral("annotationGroup"));
-    m_groupsList = NewAreaList(annotations, "groupsList", ZoText(355));
-    m_argumentsList = NewAreaList(annotations, "argumentsList", ZoText(32433));
-    m_annotation = NewEdit(annotations, "annotationEdit", 256);
-    m_deaAnnotation = NewEdit(annotations, "deaAnnotationEdit", 256);
-    m_ackAnnotation = NewEdit(annotations, "ackAnnotationEdit", 256);
-
-    auto* lists = new QGridLayout;
-    lists->addWidget(NewLabel(annotations, "groupsLabel", m_keys.Apply(ZoText(382)), m_groupsList), 0, 0);
-    lists->addWidget(NewLabel(annotations, "argumentsLabel", m_keys.Apply(ZoText(32807)), m_argumentsList), 0, 1);
-    lists->addWidget(m_groupsList, 1, 0);
-    lists->addWidget(m_argumentsList, 1, 1);
-    lists->setColumnStretch(0, 1);
-    lists->setColumnStretch(1, 1);
-
-    auto* texts = new QFormLayout;
-    texts->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
-    texts->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    texts->addRow(NewLabel(annotations, "annotationLabel", m_keys.Apply(ZoText(36788)), m_annotation),
-                  m_annotation);
-    texts->addRow(NewLabel(annotations, "deaAnnotationLabel", m_keys.Apply(ZoText(36789)), m_deaAnnotation),
-                  m_deaAnnotation);
-    texts->addRow(NewLabel(annotations, "ackAnnotationLabel", m_keys.Apply(ZoText(36790)), m_ackAnnotation),
-                  m_ackAnnotation);
-
-    auto* area = new QVBoxLayout(annotations);
-    area->addLayout(lists, 1);
-    area->addLayout(texts);
-
     auto* layout = new QVBoxLayout(page);
     layout->addWidget(m_feedGroup);
-    layout->addWidget(annotations, 1);
+    layout->addWidget(BuildAnnotationArea(page), 1);
     return page;
 }
 
-// One page per moment; each page receives its action list with the action panes.
+// One page per moment: the action pane of that moment (see ZoEDlgEventCfgActions.cpp).
 QWidget* ZoEDlgEventCfg::BuildActionsTab(int side)
 {
     auto* page = new QWidget(this);
     auto* moments = new QTabWidget(page);
     moments->setObjectName(side == 0 ? QStringLiteral("actionsMomentTabs")
                                      : QStringLiteral("clientActionsMomentTabs"));
-    moments->addTab(new QWidget(moments), ZoText(32831));
-    moments->addTab(new QWidget(moments), ZoText(32832));
-    moments->addTab(new QWidget(moments), ZoText(32833));
-    moments->addTab(new QWidget(moments), ZoText(32834));
-    moments->setEnabled(false);
     m_momentTabs[side] = moments;
+    AddActionPanes(side, moments);
     auto* layout = new QVBoxLayout(page);
     layout->addWidget(moments);
     return page;
@@ -324,6 +275,7 @@ void ZoEDlgEventCfg::ConnectHandlers()
     connect(m_delayActivateWizard, &QToolButton::clicked, this, &ZoEDlgEventCfg::OnActivationFormuleWizzard);
     connect(m_delayDeactivateWizard, &QToolButton::clicked, this, &ZoEDlgEventCfg::OnDeactivationFormuleWizzard);
     connect(m_notify, &QCheckBox::toggled, this, &ZoEDlgEventCfg::OnClickedNotify);
+    ConnectAnnotationHandlers();
 }
 
 // ---- opening ----------------------------------------------------------------------------
@@ -358,10 +310,13 @@ void ZoEDlgEventCfg::LoadFields()
     m_rssDeactivate->setChecked(fields.rssDeactivate);
     m_rssAcknowledge->setChecked(fields.rssAcknowledge);
     FillTimeTableList(fields.timeTable);
+    UpdateGroupsList();
     SetTextOf(m_annotation, fields.annotation);
     SetTextOf(m_deaAnnotation, fields.deaAnnotation);
     SetTextOf(m_ackAnnotation, fields.ackAnnotation);
+    UpdateAnnotationList();
     ZoEnsureActionLists(*m_event);
+    InitializeActionPanes();
     OnEnableConditionStop();
     m_changed = false;
 }
@@ -424,12 +379,6 @@ ZoEventChange ZoEDlgEventCfg::FirstChange() const
 bool ZoEDlgEventCfg::HasChanged() const
 {
     return FirstChange() != ZoEventChange::None;
-}
-
-// The action panes of the two action tabs report their own changes; there are none yet.
-bool ZoEDlgEventCfg::ActionPanelsModified() const
-{
-    return false;
 }
 
 bool ZoEDlgEventCfg::UpdateCfg()
@@ -524,6 +473,8 @@ void ZoEDlgEventCfg::OnSelchangeTab(int index)
 {
     if (index == TabAdvanced)
         UpdateFeedControls();
+    else if (index == TabActions || index == TabClientActions)
+        ShowActionPane(index - TabActions);
 }
 
 void ZoEDlgEventCfg::OnEnableConditionStop()

@@ -17,8 +17,11 @@ class QTabWidget;
 class QToolButton;
 class QTreeView;
 class QWidget;
+class ZoEDlgEventActionsCfg;
 class ZoEvaluator;
 class ZoTimeTableChoiceModel;
+class ZoArgumentsListModel;
+class ZoEventGroupsListModel;
 struct ZoActionFault;
 struct ZoFormulaStatus;
 
@@ -36,7 +39,13 @@ using XmlNode = XmlDocument::XmlNode;
 // and further: the labels conditionLabel, stopConditionLabel, delayActivateLabel,
 //   delayDeactivateLabel; the formula wizards' buttons conditionWizardButton,
 //   stopConditionWizardButton, delayActivateWizardButton, delayDeactivateWizardButton; feedGroup (the feed check boxes' frame); groupsList and
-//   argumentsList; actionsMomentTabs and clientActionsMomentTabs (one page per moment).
+//   argumentsList; actionsMomentTabs and clientActionsMomentTabs (one page per moment),
+//   whose pages are the action panes actionsPane0..3 and clientActionsPane0..3
+//   (ZoEDlgEventActionsCfg, by moment: activate, while, deactivate, acknowledge).
+// The annotation area (Advanced tab): groupsList with addGroupButton, deleteGroupButton;
+//   argumentsList with addArgumentButton, modifyArgumentButton, deleteArgumentButton; the
+//   annotation fields' wizard buttons annotationWizardButton, deaAnnotationWizardButton,
+//   ackAnnotationWizardButton (Ctrl+Space in a field does the same).
 class ZoEDlgEventCfg : public ZoDialog {
     Q_OBJECT
 public:
@@ -55,6 +64,8 @@ public:
 
     // Whether the fields differ from the event (the first reason found, or None).
     bool HasChanged() const;
+    // The action pane of side (0 `actions`, 1 `clientActions`) and moment (0..3).
+    ZoEDlgEventActionsCfg* ActionPane(int side, int moment) const;
     ZoEventChange FirstChange() const;
 
     // OK: with focus code 0, validates and writes the fields when they changed; with any
@@ -74,6 +85,15 @@ public:
     bool IsValidActionReport(XmlNode const& action, int list, int moment);
     bool IsValidActionMail(XmlNode const& action, int list, int moment);
 
+    // Runs the annotation wizard over text with the selection [selStart, selEnd) and puts
+    // the chosen placeholder in the selection's place; returns the placeholder's length, or
+    // -1 (text unchanged) when the user cancelled at any step.
+    int AnnotationWizzard(std::wstring& text, int selStart, int selEnd);
+    // The wizard's step for "%a" and "%g": the user picks an argument or one of the groups
+    // shown; out becomes "%a" or "%g" with its number. False on Cancel.
+    bool AddingAnnotationArgument(std::wstring& out);
+    bool AddingAnnotationGroup(std::wstring& out);
+
 protected:
     void OnInitDialog() override;
 
@@ -82,6 +102,9 @@ private:
     QWidget* BuildGeneralTab();
     QWidget* BuildAdvancedTab();
     QWidget* BuildActionsTab(int side);
+    void AddActionPanes(int side, QTabWidget* moments);
+    void InitializeActionPanes();
+    void ShowActionPane(int side);
     void ConnectHandlers();
 
     void LoadFields();
@@ -115,6 +138,36 @@ private:
     void OnEnableConditionStop();
     void OnClickedNotify();
     void UpdateFeedControls();
+
+    // The annotation area: texts with their wizards, arguments, group memberships
+    // (ZoEDlgEventCfgAnnotations.cpp, ZoEDlgEventCfgGroups.cpp).
+    QWidget* BuildAnnotationArea(QWidget* page);
+    void ConnectAnnotationHandlers();
+    void LoadAnnotationLists();
+    bool OnKeydownAnnotationLists(QTreeView* list, int key);
+    void RunAnnotationWizard(QLineEdit* field);
+    void OnAnnotationWizzard();
+    void OnDeactivateWizzard();
+    void OnAcknowledgeWizzard();
+    void OnAddAnnotationArgument();
+    void OnModifyAnnotationArgument();
+    void OnDeleteAnnotationArgument();
+    void OnDblclkAnnotationList();
+    void OnItemchangedAnnotationList();
+    void OnColumnclickAnnotationList(int column);
+    void UpdateAnnotationList();
+    void ResetAnnotationList();
+    void UpdateAnnotationButtons();
+    void AdjustAnnotationListColumnsSize();
+    XmlNode* SelectedArgument() const;
+    void UpdateGroupsList();
+    void ResetGroupsList();
+    void UpdateGroupsButtons();
+    void AdjustGroupsListColumnsSize();
+    void OnAddGroup();
+    void OnDeleteGroup();
+    void OnItemchangedGroupsList();
+    void OnColumnclickGroupsList(int column);
 
     XmlNode* m_event;
     XmlNode const* m_eventsRoot;
@@ -156,7 +209,19 @@ private:
     QLineEdit* m_annotation = nullptr;
     QLineEdit* m_deaAnnotation = nullptr;
     QLineEdit* m_ackAnnotation = nullptr;
+    ZoArgumentsListModel* m_arguments = nullptr;
+    ZoEventGroupsListModel* m_groups = nullptr;
+    QPushButton* m_addArgument = nullptr;
+    QPushButton* m_modifyArgument = nullptr;
+    QPushButton* m_deleteArgument = nullptr;
+    QPushButton* m_addGroup = nullptr;
+    QPushButton* m_deleteGroup = nullptr;
+    QToolButton* m_annotationWizard = nullptr;
+    QToolButton* m_deaAnnotationWizard = nullptr;
+    QToolButton* m_ackAnnotationWizard = nullptr;
+    QObject* m_annotationKeys = nullptr; // Enter and Delete in the two lists
     QTabWidget* m_momentTabs[2] = {nullptr, nullptr};
+    ZoEDlgEventActionsCfg* m_actionPanes[2][4] = {}; // [side][moment]
     QPushButton* m_ok = nullptr;
     QPushButton* m_cancel = nullptr;
 };
