@@ -1,8 +1,10 @@
 #include "events/ZoEDlgEventsCfg.h"
 #include "editor/ZoEDlgEventCfg.h"
 #include "events/DeviceRegistration.h"
+#include "events/EventSearch.h"
 #include "events/EventsClipboard.h"
 #include "events/EventsListModel.h"
+#include "platform/reports/CDlgSearchReplace.h"
 #include "platform/setup/ZoVelmoraSetup.h"
 #include "platform/tools/ZoGuid.h"
 #include "platform/tools/ZoTexts.h"
@@ -93,6 +95,7 @@ ZoEDlgEventsCfg::ZoEDlgEventsCfg(QWidget* parent, XmlNode* deviceGroups, XmlDocu
 
 ZoEDlgEventsCfg::~ZoEDlgEventsCfg()
 {
+    delete m_searchDialog; // before the walk it reports to
     m_list->removeEventFilter(this);
     m_list->viewport()->removeEventFilter(this);
 }
@@ -139,8 +142,7 @@ void ZoEDlgEventsCfg::UpdateList()
 
 void ZoEDlgEventsCfg::UpdateSortIndicator()
 {
-    m_list->header()->setSortIndicator(m_model->SortColumn(),
-                                       m_model->Descending() ? Qt::DescendingOrder : Qt::AscendingOrder);
+    ZoShowSortIndicator(m_list, m_model->SortColumn(), m_model->Descending());
 }
 
 void ZoEDlgEventsCfg::AdjustColumnsSize()
@@ -166,11 +168,7 @@ void ZoEDlgEventsCfg::UpdateButtons()
 
 std::vector<int> ZoEDlgEventsCfg::SelectedRows() const
 {
-    std::vector<int> rows;
-    for (QModelIndex const& index : m_list->selectionModel()->selectedRows())
-        rows.push_back(index.row());
-    std::sort(rows.begin(), rows.end());
-    return rows;
+    return ZoSelectedRows(m_list);
 }
 
 void ZoEDlgEventsCfg::SelectRow(int row)
@@ -343,10 +341,9 @@ std::unique_ptr<QMenu> ZoEDlgEventsCfg::CreateContextMenu()
                                          &ZoEDlgEventsCfg::PasteFromClipboard);
         paste->setObjectName(QStringLiteral("pasteAction"));
     }
-    // Search and replace in groups is not available yet: the entry is shown, disabled.
-    QAction* search = menu->addAction(ZoText(34894));
+    QAction* search = menu->addAction(ZoText(34894) + QStringLiteral("\tCtrl+F"), this,
+                                      &ZoEDlgEventsCfg::OnGroupsSearchReplace);
     search->setObjectName(QStringLiteral("searchAction"));
-    search->setEnabled(false);
     return menu;
 }
 
@@ -358,32 +355,21 @@ void ZoEDlgEventsCfg::OnRclickZoeList(QPoint const& position)
 
 bool ZoEDlgEventsCfg::OnKeydownList(QKeyEvent* key)
 {
-    if (key->matches(QKeySequence::Copy)) {
-        CopyToClipboard();
-        return true;
-    }
-    if (key->matches(QKeySequence::Paste)) {
-        PasteFromClipboard();
-        return true;
-    }
-    if (key->modifiers() & ~Qt::KeypadModifier)
-        return false;
-    if (key->key() == Qt::Key_Insert) {
-        OnAdd();
+    if (key->matches(QKeySequence::Find)) {
+        // As the context menu would: the search starts at the first selected event.
+        std::vector<int> const rows = SelectedRows();
+        m_searchStart = rows.empty() ? -1 : rows.front() + 1;
+        OnGroupsSearchReplace();
         return true;
     }
     // Enter opens the selected event, as a double click does (without a selection it
     // falls through to the dialog's default button).
-    if ((key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) && !SelectedRows().empty()) {
-        OnModify();
-        return true;
-    }
-    if (key->key() == Qt::Key_Delete) {
-        if (!SelectedRows().empty())
-            OnDelete();
-        return true;
-    }
-    return false;
+    return ZoListKey(key, !SelectedRows().empty(),
+                     {.copy = [this] { CopyToClipboard(); },
+                      .paste = [this] { PasteFromClipboard(); },
+                      .add = [this] { OnAdd(); },
+                      .remove = [this] { OnDelete(); },
+                      .open = [this] { OnModify(); }});
 }
 
 // A double click modifies the selected event (the first click has selected its row).

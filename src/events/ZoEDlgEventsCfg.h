@@ -6,7 +6,10 @@
 
 using XmlNode = XmlDocument::XmlNode;
 
+class CDlgSearchReplace;
+class EventSearch;
 class EventsListModel;
+struct ZoSearchReplaceRequest;
 class QLabel;
 class QMenu;
 class QPushButton;
@@ -21,7 +24,8 @@ class QTreeView;
 // tables) and the users document (handed unchanged to every event editor).
 //
 // Object names: eventsList, addButton, modifyButton, deleteButton, okButton, cancelButton,
-// and in the context menu copyAction, pasteAction, searchAction.
+// and in the context menu copyAction, pasteAction, searchAction (also Ctrl+F in the list),
+// which shows the search dialog (CDlgSearchReplace, whose header names its controls).
 class ZoEDlgEventsCfg : public ZoDialog {
     Q_OBJECT
 public:
@@ -48,6 +52,19 @@ public:
     // last opened, -1 when no row was selected then (where a search in groups starts).
     int SearchStartPosition() const { return m_searchStart; }
 
+    // Search and replace (ZoEDlgEventsCfgSearch.cpp). The context menu's entry, or Ctrl+F in
+    // the list: shows the modeless search dialog (made on first use, kept until the list
+    // closes) in find mode and starts the walk at the event of the first row selected when
+    // the menu opened, or at the first event.
+    void OnGroupsSearchReplace();
+    // A notification of the search dialog: wParam 1 when it closes (nothing to do),
+    // otherwise the request.
+    void OnCtrlSearchReplace(int wParam, ZoSearchReplaceRequest const& request);
+    // Advances the walk's current event to the next event; false at the end.
+    bool IncIterators();
+    // The search dialog, null before the first search.
+    CDlgSearchReplace* SearchDialog() const { return m_searchDialog; }
+
 protected:
     void OnInitDialog() override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -72,6 +89,10 @@ private:
     void SelectRow(int row);
     // Runs the event editor on `event` of a working copy whose root is copyRoot.
     bool RunEventEditor(XmlNode* event, XmlNode* copyRoot);
+    // Search and replace steps (ZoEDlgEventsCfgSearch.cpp).
+    XmlNode* LiveEvents() const;
+    void SearchStep(ZoSearchReplaceRequest const& request);
+    void ReplaceAllStep(ZoSearchReplaceRequest const& request);
 
     XmlNode* m_deviceGroups;
     XmlDocument* m_eventsCfg;
@@ -79,6 +100,9 @@ private:
     XmlDocument* m_users;
     bool m_modified = false;
     int m_searchStart = -1;
+    CDlgSearchReplace* m_searchDialog = nullptr; // a child: goes with the list
+    std::unique_ptr<EventSearch> m_search;        // the current event of the walk
+    bool m_replaceMode = false;
 
     EventsListModel* m_model = nullptr;
     QLabel* m_label = nullptr;
