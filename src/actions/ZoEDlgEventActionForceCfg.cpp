@@ -10,6 +10,7 @@
 #include "platform/ui/ZoIcons.h"
 #include "platform/ui/ZoMessage.h"
 #include "platform/ui/ZoMnemonics.h"
+#include "platform/ui/ZoWizardButton.h"
 
 #include <QBoxLayout>
 #include <QDialogButtonBox>
@@ -17,7 +18,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QShortcut>
 #include <QToolButton>
 
 namespace {
@@ -52,9 +52,7 @@ void ZoEDlgEventActionForceCfg::OnInitDialog()
     m_wizardButton = ZoNewIconButton(this, "valueWizardButton", ZoImageIcon(L"WIZARD-16.png"), ZoText(60204),
                                      mnemonics);
     // Ctrl+Space in the value opens the wizard, as in every formula field of the editor.
-    auto* wizardKey = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Space), m_valueEdit);
-    wizardKey->setContext(Qt::WidgetShortcut);
-    connect(wizardKey, &QShortcut::activated, m_wizardButton, &QToolButton::click);
+    ZoBindWizardKey(m_valueEdit, m_wizardButton);
     connect(m_chooseButton, &QToolButton::clicked, this, &ZoEDlgEventActionForceCfg::OnChooseVariable);
     connect(m_wizardButton, &QToolButton::clicked, this, &ZoEDlgEventActionForceCfg::OnValueWizard);
 

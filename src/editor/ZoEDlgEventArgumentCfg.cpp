@@ -12,6 +12,7 @@
 #include "platform/ui/ZoMessage.h"
 #include "platform/ui/ZoMnemonics.h"
 #include "platform/ui/ZoOkCancelBox.h"
+#include "platform/ui/ZoWizardButton.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -22,7 +23,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QShortcut>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -119,14 +119,7 @@ void ZoEDlgEventArgumentCfg::BuildControls()
     m_valueLabel->setObjectName(QStringLiteral("valueLabel"));
     m_valueLabel->setBuddy(m_value);
     m_valueLabel->setWordWrap(true);
-    m_wizard = new QToolButton(this);
-    m_wizard->setObjectName(QStringLiteral("valueWizardButton"));
-    m_wizard->setIcon(ZoImageIcon(L"WIZARD-16.png"));
-    m_wizard->setToolTip(ZoText(60204));
-    m_wizard->setAutoRaise(true);
-    auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Space), m_value);
-    shortcut->setContext(Qt::WidgetShortcut);
-    connect(shortcut, &QShortcut::activated, m_wizard, &QToolButton::click);
+    m_wizard = ZoNewWizardButton(this, "valueWizardButton", m_value, ZoText(60204));
 
     m_format = new QGroupBox(this);
     m_format->setObjectName(QStringLiteral("formatGroup"));
@@ -158,13 +151,9 @@ void ZoEDlgEventArgumentCfg::BuildControls()
 
     QDialogButtonBox* buttons = ZoNewDialogButtons(this, m_ok, m_cancel);
 
-    auto* valueRow = new QHBoxLayout;
-    valueRow->setSpacing(2);
-    valueRow->addWidget(m_value, 1);
-    valueRow->addWidget(m_wizard);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_valueLabel);
-    layout->addLayout(valueRow);
+    layout->addLayout(ZoFieldWithButton(m_value, m_wizard));
     layout->addSpacing(6);
     layout->addWidget(m_format);
     layout->addStretch(1);

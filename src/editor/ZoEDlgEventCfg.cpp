@@ -8,6 +8,7 @@
 #include "platform/ui/ZoIcons.h"
 #include "platform/ui/ZoListView.h"
 #include "platform/ui/ZoMessage.h"
+#include "platform/ui/ZoWizardButton.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -21,7 +22,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QShortcut>
 #include <QToolButton>
 #include <QTabWidget>
 #include <QTreeView>
@@ -52,30 +52,6 @@ QCheckBox* NewCheck(QWidget* parent, char const* objectName, QString const& text
     auto* check = new QCheckBox(text, parent);
     check->setObjectName(QLatin1String(objectName));
     return check;
-}
-
-// The button that opens the formula wizard on a formula field; Ctrl+Space in the field
-// does the same.
-QToolButton* NewWizardButton(QWidget* parent, char const* objectName, QLineEdit* field)
-{
-    auto* button = new QToolButton(parent);
-    button->setObjectName(QLatin1String(objectName));
-    button->setIcon(ZoImageIcon(L"WIZARD-16.png"));
-    button->setToolTip(ZoText(60204));
-    button->setAutoRaise(true);
-    auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Space), field);
-    shortcut->setContext(Qt::WidgetShortcut);
-    QObject::connect(shortcut, &QShortcut::activated, button, &QToolButton::click);
-    return button;
-}
-
-QHBoxLayout* WithButton(QLineEdit* field, QToolButton* button)
-{
-    auto* row = new QHBoxLayout;
-    row->setSpacing(2);
-    row->addWidget(field, 1);
-    row->addWidget(button);
-    return row;
 }
 
 QFrame* NewSeparator(QWidget* parent)
@@ -209,15 +185,17 @@ QWidget* ZoEDlgEventCfg::BuildGeneralTab()
         label->setWordWrap(true);
         label->setMaximumWidth(220);
     }
-    m_conditionWizard = NewWizardButton(page, "conditionWizardButton", m_condition);
-    m_stopWizard = NewWizardButton(page, "stopConditionWizardButton", m_stopCondition);
-    m_delayActivateWizard = NewWizardButton(page, "delayActivateWizardButton", m_delayActivate);
-    m_delayDeactivateWizard = NewWizardButton(page, "delayDeactivateWizardButton", m_delayDeactivate);
-    form->addRow(m_conditionLabel, WithButton(m_condition, m_conditionWizard));
+    // The button that opens the formula wizard on each formula field.
+    m_conditionWizard = ZoNewWizardButton(page, "conditionWizardButton", m_condition, ZoText(60204));
+    m_stopWizard = ZoNewWizardButton(page, "stopConditionWizardButton", m_stopCondition, ZoText(60204));
+    m_delayActivateWizard = ZoNewWizardButton(page, "delayActivateWizardButton", m_delayActivate, ZoText(60204));
+    m_delayDeactivateWizard =
+        ZoNewWizardButton(page, "delayDeactivateWizardButton", m_delayDeactivate, ZoText(60204));
+    form->addRow(m_conditionLabel, ZoFieldWithButton(m_condition, m_conditionWizard));
     form->addRow(QString(), m_stopEnabled);
-    form->addRow(m_stopLabel, WithButton(m_stopCondition, m_stopWizard));
-    form->addRow(m_delayActivateLabel, WithButton(m_delayActivate, m_delayActivateWizard));
-    form->addRow(m_delayDeactivateLabel, WithButton(m_delayDeactivate, m_delayDeactivateWizard));
+    form->addRow(m_stopLabel, ZoFieldWithButton(m_stopCondition, m_stopWizard));
+    form->addRow(m_delayActivateLabel, ZoFieldWithButton(m_delayActivate, m_delayActivateWizard));
+    form->addRow(m_delayDeactivateLabel, ZoFieldWithButton(m_delayDeactivate, m_delayDeactivateWizard));
     form->addRow(NewSeparator(page));
     form->addRow(NewLabel(page, "timeTableLabel", m_keys.Apply(ZoText(32829)), m_timeTable), timeTableRow);
     form->addRow(QString(), flags);

@@ -14,6 +14,7 @@
 #include "platform/tools/ZoTexts.h"
 #include "platform/ui/ZoIcons.h"
 #include "platform/ui/ZoListView.h"
+#include "platform/ui/ZoWizardButton.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -26,7 +27,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QShortcut>
 #include <QToolButton>
 #include <QTreeView>
 #include <QVBoxLayout>
@@ -95,29 +95,6 @@ QVBoxLayout* ListWithButtons(QLabel* label, QTreeView* list, std::initializer_li
     return box;
 }
 
-// The button that opens the annotation wizard on a text; Ctrl+Space in the text does the same.
-QToolButton* NewAnnotationWizardButton(QWidget* parent, char const* objectName, QLineEdit* field)
-{
-    auto* button = new QToolButton(parent);
-    button->setObjectName(QLatin1String(objectName));
-    button->setIcon(ZoImageIcon(L"WIZARD-16.png"));
-    button->setToolTip(ZoText(63101));
-    button->setAutoRaise(true);
-    auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Space), field);
-    shortcut->setContext(Qt::WidgetShortcut);
-    QObject::connect(shortcut, &QShortcut::activated, button, &QToolButton::click);
-    return button;
-}
-
-QHBoxLayout* FieldWithButton(QLineEdit* field, QToolButton* button)
-{
-    auto* row = new QHBoxLayout;
-    row->setSpacing(2);
-    row->addWidget(field, 1);
-    row->addWidget(button);
-    return row;
-}
-
 QLineEdit* NewAnnotationEdit(QWidget* parent, char const* objectName)
 {
     auto* edit = new QLineEdit(parent);
@@ -176,18 +153,18 @@ QWidget* ZoEDlgEventCfg::BuildAnnotationArea(QWidget* page)
     m_annotation = NewAnnotationEdit(area, "annotationEdit");
     m_deaAnnotation = NewAnnotationEdit(area, "deaAnnotationEdit");
     m_ackAnnotation = NewAnnotationEdit(area, "ackAnnotationEdit");
-    m_annotationWizard = NewAnnotationWizardButton(area, "annotationWizardButton", m_annotation);
-    m_deaAnnotationWizard = NewAnnotationWizardButton(area, "deaAnnotationWizardButton", m_deaAnnotation);
-    m_ackAnnotationWizard = NewAnnotationWizardButton(area, "ackAnnotationWizardButton", m_ackAnnotation);
+    m_annotationWizard = ZoNewWizardButton(area, "annotationWizardButton", m_annotation, ZoText(63101));
+    m_deaAnnotationWizard = ZoNewWizardButton(area, "deaAnnotationWizardButton", m_deaAnnotation, ZoText(63101));
+    m_ackAnnotationWizard = ZoNewWizardButton(area, "ackAnnotationWizardButton", m_ackAnnotation, ZoText(63101));
     auto* texts = new QFormLayout;
     texts->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
     texts->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     texts->addRow(NewBuddyLabel(area, "annotationLabel", m_keys.Apply(ZoText(36788)), m_annotation),
-                  FieldWithButton(m_annotation, m_annotationWizard));
+                  ZoFieldWithButton(m_annotation, m_annotationWizard));
     texts->addRow(NewBuddyLabel(area, "deaAnnotationLabel", m_keys.Apply(ZoText(36789)), m_deaAnnotation),
-                  FieldWithButton(m_deaAnnotation, m_deaAnnotationWizard));
+                  ZoFieldWithButton(m_deaAnnotation, m_deaAnnotationWizard));
     texts->addRow(NewBuddyLabel(area, "ackAnnotationLabel", m_keys.Apply(ZoText(36790)), m_ackAnnotation),
-                  FieldWithButton(m_ackAnnotation, m_ackAnnotationWizard));
+                  ZoFieldWithButton(m_ackAnnotation, m_ackAnnotationWizard));
 
     auto* layout = new QVBoxLayout(area);
     layout->addLayout(lists, 1);
