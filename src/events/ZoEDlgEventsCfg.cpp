@@ -21,7 +21,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
-#include <QMouseEvent>
 #include <QPushButton>
 #include <QTreeView>
 #include <algorithm>
@@ -383,14 +382,7 @@ bool ZoEDlgEventsCfg::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == m_list && event->type() == QEvent::KeyPress)
         return OnKeydownList(static_cast<QKeyEvent*>(event));
-    if (watched == m_list->viewport()) {
-        if (event->type() == QEvent::Resize) {
-            AdjustColumnsSize();
-        } else if (event->type() == QEvent::MouseButtonDblClick
-                   && static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
-            OnDblclkZoeList();
-            return true;
-        }
-    }
+    if (ZoListViewportEvent(m_list, watched, event, [this] { AdjustColumnsSize(); }, [this] { OnDblclkZoeList(); }))
+        return true;
     return ZoDialog::eventFilter(watched, event);
 }

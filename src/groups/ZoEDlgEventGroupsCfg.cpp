@@ -15,7 +15,6 @@
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QMouseEvent>
 #include <QPushButton>
 #include <QTreeView>
 #include <algorithm>
@@ -425,11 +424,10 @@ bool ZoEDlgEventGroupsCfg::eventFilter(QObject* watched, QEvent* event)
         if (watched == m_memberList)
             return OnKeydownEventList(static_cast<QKeyEvent*>(event));
     }
-    if (watched == m_list->viewport() && event->type() == QEvent::MouseButtonDblClick
-        && static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
-        if (!SelectedGroupRows().empty())
-            OnModify();
+    if (ZoListViewportEvent(m_list, watched, event, {}, [this] {
+            if (!SelectedGroupRows().empty())
+                OnModify();
+        }))
         return true;
-    }
     return ZoDialog::eventFilter(watched, event);
 }

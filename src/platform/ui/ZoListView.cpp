@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QTreeView>
 #include <algorithm>
 
@@ -74,6 +75,21 @@ bool ZoListKey(QKeyEvent* key, bool selected, ZoListKeyCommands const& commands)
     case Qt::Key_Escape: return run(commands.escape);
     default: return false;
     }
+}
+
+bool ZoListViewportEvent(QTreeView const* list, QObject const* watched, QEvent const* event,
+                         std::function<void()> const& resized, std::function<void()> const& doubleClicked)
+{
+    if (watched != list->viewport())
+        return false;
+    if (event->type() == QEvent::Resize && resized) {
+        resized();
+    } else if (event->type() == QEvent::MouseButtonDblClick && doubleClicked
+               && static_cast<QMouseEvent const*>(event)->button() == Qt::LeftButton) {
+        doubleClicked();
+        return true;
+    }
+    return false;
 }
 
 std::unique_ptr<QMenu> ZoNewCopyPasteMenu(QWidget* parent, bool canCopy, bool canPaste, std::function<void()> copy,

@@ -5,6 +5,8 @@
 #include <vector>
 
 class QAbstractItemModel;
+class QEvent;
+class QObject;
 class QKeyEvent;
 class QMenu;
 class QTreeView;
@@ -37,6 +39,12 @@ struct ZoListKeyCommands {
 };
 // Runs the command of a key pressed in a list; true when the key was used.
 bool ZoListKey(QKeyEvent* key, bool selected, ZoListKeyCommands const& commands);
+
+// What a list's dialog does with the events of the list's viewport, which it filters: a
+// resize runs `resized` (fitting the columns), a left double click runs `doubleClicked` and
+// is used up. A null command leaves its event alone. True when the event was used.
+bool ZoListViewportEvent(QTreeView const* list, QObject const* watched, QEvent const* event,
+                         std::function<void()> const& resized, std::function<void()> const& doubleClicked);
 
 // The context menu of a list with Copy (when canCopy) and Paste (when canPaste), named
 // copyAction and pasteAction; null when neither applies.
