@@ -41,6 +41,16 @@ bool SameWord(std::wstring_view word, std::wstring_view upper)
     return true;
 }
 
+// A token of `kind` over the text from start up to end.
+ZoToken MakeToken(ZoTok kind, std::uint32_t start, std::uint32_t end)
+{
+    ZoToken token;
+    token.kind = kind;
+    token.pos = start;
+    token.len = end - start;
+    return token;
+}
+
 } // namespace
 
 bool ZoFormulaLexer::IsWordChar(std::size_t i) const
@@ -51,10 +61,7 @@ bool ZoFormulaLexer::IsWordChar(std::size_t i) const
 ZoToken ZoFormulaLexer::Bad(std::uint32_t start, std::uint32_t end, unsigned text)
 {
     m_pos = end;
-    ZoToken token;
-    token.kind = ZoTok::Bad;
-    token.pos = start;
-    token.len = end - start;
+    ZoToken token = MakeToken(ZoTok::Bad, start, end);
     token.badText = text;
     return token;
 }
@@ -168,10 +175,7 @@ ZoToken ZoFormulaLexer::NumberToken(std::uint32_t start)
             return Bad(start, end, kZoTextMalformedNumber);
     }
     m_pos = end;
-    ZoToken token;
-    token.kind = ZoTok::Number;
-    token.pos = start;
-    token.len = end - start;
+    ZoToken token = MakeToken(ZoTok::Number, start, end);
     token.number = value;
     return token;
 }
@@ -186,11 +190,7 @@ ZoToken ZoFormulaLexer::QuotedToken(std::uint32_t start)
                 continue;
             }
             m_pos = static_cast<std::uint32_t>(i + 1);
-            ZoToken token;
-            token.kind = ZoTok::Text;
-            token.pos = start;
-            token.len = m_pos - start;
-            return token;
+            return MakeToken(ZoTok::Text, start, m_pos);
         }
         ++i;
     }
@@ -205,11 +205,7 @@ ZoToken ZoFormulaLexer::BracketToken(std::uint32_t start)
     if (i >= m_text.size() || m_text[i] != L']')
         return Bad(start, static_cast<std::uint32_t>(i), kZoTextUnclosedReference);
     m_pos = static_cast<std::uint32_t>(i + 1);
-    ZoToken token;
-    token.kind = ZoTok::Variable;
-    token.pos = start;
-    token.len = m_pos - start;
-    return token;
+    return MakeToken(ZoTok::Variable, start, m_pos);
 }
 
 ZoToken ZoFormulaLexer::ModuleToken(std::uint32_t start)
@@ -234,11 +230,7 @@ ZoToken ZoFormulaLexer::ModuleToken(std::uint32_t start)
         return Bad(start, static_cast<std::uint32_t>(i), kZoTextMalformedModule);
     }
     m_pos = static_cast<std::uint32_t>(i);
-    ZoToken token;
-    token.kind = ZoTok::Module;
-    token.pos = start;
-    token.len = m_pos - start;
-    return token;
+    return MakeToken(ZoTok::Module, start, m_pos);
 }
 
 ZoToken ZoFormulaLexer::WordToken(std::uint32_t start)
