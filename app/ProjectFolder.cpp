@@ -2,6 +2,7 @@
 
 #include "ProjectFileReader.h"
 #include "ProjectSaver.h"
+#include "ProjectSummary.h"
 #include "XmlFileText.h"
 #include "platform/tools/ZoFormat.h"
 #include "platform/tools/ZoTexts.h"
@@ -95,6 +96,8 @@ std::unique_ptr<ProjectFolder> ProjectFolder::Open(QString const& folder, std::w
             // action lists load it into the document, which opening leaves unloaded.
             if (doc == ProjectDoc::Users) {
                 project->m_onDisk[Index(doc)] = QFileInfo(project->FilePath(doc)).isFile();
+                if (project->m_onDisk[Index(doc)])
+                    project->m_usersInFile = CountUsersInFile(project->FilePath(doc));
                 continue;
             }
             if (!project->Load(doc, error))

@@ -58,6 +58,10 @@ public:
     // Whether opening finished a save that had been stopped in the folder (see ProjectSaver).
     bool CompletedStoppedSave() const { return m_completedSave; }
 
+    // The users that the users file held when the folder opened, counted without loading
+    // the document (nothing here writes the file, so the count holds while it is open).
+    int UsersInFile() const { return m_usersInFile; }
+
     // The message for a document that is not well-formed, with the byte offset written out
     // in full (files may be larger than an int counts).
     static std::wstring ParseFailureMessage(std::wstring const& shownPath, std::wstring const& reason,
@@ -71,4 +75,5 @@ private:
     XmlDocument m_docs[5];
     bool m_onDisk[5] = {};
     bool m_completedSave = false;
+    int m_usersInFile = 0;
 };

@@ -80,18 +80,13 @@ private:
     int m_matched = 0;
 };
 
-// The users of the project: from the users document once it is loaded, else counted in
-// the file (opening leaves it unloaded); a file that cannot be read counts none.
+// The users of the project: from the users document once it is loaded, else as counted in
+// the file when the folder opened (opening leaves the document unloaded).
 int CountUsers(ProjectFolder& project)
 {
     if (project.Users().IsOK())
         return CountChildren(project.Users().Root(), L"users", L"user");
-    ProjectFileBytes bytes;
-    std::wstring reason;
-    if (ReadProjectFile(project.FilePath(ProjectDoc::Users), bytes, reason) != ProjectFileRead::Read)
-        return 0;
-    UserCounter counter;
-    return zo::xml::ScanXml(bytes.data.get(), bytes.size, counter).ok ? counter.count : 0;
+    return project.UsersInFile();
 }
 
 int CountFiles(QString const& folder, QString const& pattern)
@@ -119,4 +114,14 @@ ProjectSummary SummarizeProject(ProjectFolder& project)
     summary.reports = CountFiles(summary.folder, QStringLiteral("*.*.xrpt"));
     summary.users = CountUsers(project);
     return summary;
+}
+
+int CountUsersInFile(QString const& path)
+{
+    ProjectFileBytes bytes;
+    std::wstring reason;
+    if (ReadProjectFile(path, bytes, reason) != ProjectFileRead::Read)
+        return 0;
+    UserCounter counter;
+    return zo::xml::ScanXml(bytes.data.get(), bytes.size, counter).ok ? counter.count : 0;
 }

@@ -18,3 +18,7 @@ struct ProjectSummary {
 };
 
 ProjectSummary SummarizeProject(ProjectFolder& project);
+
+// The `user` elements of a users file, counted as its text goes by without building a
+// tree; 0 when the file cannot be read or is not well-formed.
+int CountUsersInFile(QString const& path);
