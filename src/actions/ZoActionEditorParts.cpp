@@ -22,10 +22,8 @@ QToolButton* ZoNewIconButton(QWidget* parent, char const* objectName, QIcon cons
     button->setIcon(icon);
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::StrongFocus);
-    QString const marked = mnemonics.Apply(toolTip);
-    qsizetype const amp = marked.indexOf(QLatin1Char('&'));
-    if (amp >= 0 && amp + 1 < marked.size()) {
-        QKeySequence const key(QStringLiteral("Alt+") + marked.at(amp + 1).toUpper());
+    if (QChar const letter = ZoMnemonics::ShownLetter(mnemonics.Apply(toolTip)); !letter.isNull()) {
+        QKeySequence const key(QStringLiteral("Alt+") + letter.toUpper());
         button->setShortcut(key);
         button->setToolTip(toolTip + QStringLiteral(" (") + key.toString(QKeySequence::NativeText) + QLatin1Char(')'));
     } else {

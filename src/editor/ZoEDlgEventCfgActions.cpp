@@ -13,18 +13,6 @@ namespace {
 // The moment tabs' labels: activation, while active, deactivation, acknowledgement.
 constexpr unsigned kMomentTexts[4] = {32831, 32832, 32833, 32834};
 
-// Reserves the Alt key that a caption shows ("&x"; "&&" is a plain "&").
-void ReserveMnemonic(ZoMnemonics& keys, QString const& text)
-{
-    for (qsizetype i = text.indexOf(QLatin1Char('&')); i >= 0 && i + 1 < text.size();
-         i = text.indexOf(QLatin1Char('&'), i + 2)) {
-        if (text[i + 1] != QLatin1Char('&')) {
-            keys.Reserve(text[i + 1]);
-            return;
-        }
-    }
-}
-
 } // namespace
 
 void ZoEDlgEventCfg::AddActionPanes(int side, QTabWidget* moments)
@@ -47,9 +35,9 @@ void ZoEDlgEventCfg::InitializeActionPanes()
     // fields of the other tabs are hidden meanwhile, and so are their Alt keys.
     ZoMnemonics paneKeys;
     for (int tab = 0; tab < m_tabs->count(); ++tab)
-        ReserveMnemonic(paneKeys, m_tabs->tabText(tab));
-    ReserveMnemonic(paneKeys, m_ok->text());
-    ReserveMnemonic(paneKeys, m_cancel->text());
+        paneKeys.ReserveShown(m_tabs->tabText(tab));
+    paneKeys.ReserveShown(m_ok->text());
+    paneKeys.ReserveShown(m_cancel->text());
     for (int side = 0; side < 2; ++side) {
         XmlNode* list = m_event->Child(kZoActionSides[side]);
         for (int moment = 0; moment < 4; ++moment) {

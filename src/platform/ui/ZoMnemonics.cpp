@@ -26,6 +26,22 @@ QString ZoMnemonics::Apply(QString const& text)
     return escaped;
 }
 
+QChar ZoMnemonics::ShownLetter(QString const& marked)
+{
+    for (qsizetype i = marked.indexOf(QLatin1Char('&')); i >= 0 && i + 1 < marked.size();
+         i = marked.indexOf(QLatin1Char('&'), i + 2)) {
+        if (marked[i + 1] != QLatin1Char('&'))
+            return marked[i + 1];
+    }
+    return {};
+}
+
+void ZoMnemonics::ReserveShown(QString const& marked)
+{
+    if (QChar const letter = ShownLetter(marked); !letter.isNull())
+        Reserve(letter);
+}
+
 void ZoMnemonics::Set(QWidget* widget, QString const& text)
 {
     if (auto* button = qobject_cast<QAbstractButton*>(widget))

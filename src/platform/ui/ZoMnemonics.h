@@ -18,6 +18,11 @@ public:
     void Set(QWidget* widget, QString const& text);
     // Reserves a letter used elsewhere (a fixed shortcut).
     void Reserve(QChar letter) { m_taken.insert(letter.toLower()); }
+    // Reserves the letter that a caption already marked elsewhere shows, if any.
+    void ReserveShown(QString const& marked);
+    // The letter after the first single "&" of a marked caption ("&&" is a plain "&"); a
+    // null QChar when the caption shows none.
+    static QChar ShownLetter(QString const& marked);
 
 private:
     QSet<QChar> m_taken;

@@ -165,3 +165,15 @@ TEST(ZoMnemonics, EachTextGetsAFreeLetterPreferringWordStarts)
     EXPECT_EQ(mnemonics.Apply("Save & close"), "&Save && close");
     EXPECT_EQ(mnemonics.Apply("Sc"), "Sc"); // nothing left
 }
+
+TEST(ZoMnemonics, TheLetterACaptionShowsCanBeReservedElsewhere)
+{
+    EXPECT_EQ(ZoMnemonics::ShownLetter("Save && &close"), QChar('c')); // "&&" is a plain "&"
+    EXPECT_TRUE(ZoMnemonics::ShownLetter("Save && close").isNull());
+    EXPECT_TRUE(ZoMnemonics::ShownLetter("Trailing &").isNull());
+    ZoMnemonics mnemonics;
+    mnemonics.ReserveShown("&General");
+    mnemonics.ReserveShown("Plain");
+    EXPECT_EQ(mnemonics.Apply("Gauge"), "G&auge");
+    EXPECT_EQ(mnemonics.Apply("Pump"), "&Pump");
+}
