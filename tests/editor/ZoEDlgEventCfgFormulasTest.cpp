@@ -139,10 +139,12 @@ TEST_F(EventFormulaTest, FormulaFaultsAreAskedOneAfterTheOther)
         EXPECT_EQ(m_dialog->result(), QDialog::Rejected);
         ASSERT_EQ(answers.Count(), 1) << c.condition;
         EXPECT_EQ(Tabs()->currentIndex(), ZoEDlgEventCfg::TabGeneral);
-        if (answers.Ids()[0] == 32798 && !c.detail.empty())
+        if (answers.Ids()[0] == 32798 && !c.detail.empty()) {
             EXPECT_EQ(answers.LastText(), ZoFormatN(1024, ZoLoadString(32798).c_str(), c.detail.c_str()));
-        if (std::string_view(c.condition).starts_with("if"))
+        }
+        if (std::string_view(c.condition).starts_with("if")) {
             EXPECT_EQ(answers.Ids()[0], 33123u); // the stop condition is numeric
+        }
     }
     // An empty stop condition with its box checked is a hard error.
     Open(m_event);
@@ -235,8 +237,9 @@ TEST_F(EventFormulaTest, ForceActionNeedsAWritableVariableAndASuitableValue)
         action.Root()->SetValue(L"value", ZoFromUtf8(c.value).c_str());
         auto const fault = ZoCheckForceAction(evaluator, *action.Root());
         EXPECT_EQ(fault.has_value(), c.part != 0) << c.variable << " = " << c.value;
-        if (fault && c.part)
+        if (fault && c.part) {
             EXPECT_TRUE(fault->detail.starts_with(ZoLoadString(c.part) + L": ")) << c.variable << " = " << c.value;
+        }
     }
     // The mail's recipients: an address, a user or a mailing list will do.
     for (auto const& [xml, passes] : {std::pair{"<mail><message>m</message><address>a@b.c</address></mail>", true},
