@@ -1,0 +1,234 @@
+#include "check/ZoCheckContext.h"
+
+#include "actions/ZoScreenReportNames.h"
+#include "project/ProjectFiles.h"
+
+using namespace zo::check;
+using zo::project::ProjectDoc;
+
+namespace zo::check {
+
+std::uint32_t PositionOf(XmlNode const& child)
+{
+    std::uint32_t position = 0;
+    XmlNode const* parent = child.Parent();
+    for (XmlNode const* node = parent ? parent->FirstChild() : nullptr; node && node != &child;
+         node = node->NextSibling())
+        ++position;
+    return position;
+}
+
+} // namespace zo::check
+
+namespace {
+
+// Every device of the device groups element and of its nested groups, breadth first.
+template <class Visit>
+void ForEachRegisteredDevice(XmlNode const* deviceGroups, Visit const& visit)
+{
+    std::vector<XmlNode const*> pending{deviceGroups};
+    for (std::size_t i = 0; i < pending.size(); ++i) {
+        XmlNode const* group = pending[i];
+        if (!group)
+            continue;
+        if (XmlNode const* devices = group->Child(L"devices"))
+            for (XmlNode const* device = devices->FirstChild(); device; device = device->NextSibling())
+                if (device->HasTag(L"device"))
+                    visit(*device);
+        if (XmlNode const* groups = group->Child(L"groups"))
+            for (XmlNode const* child = groups->FirstChild(); child; child = child->NextSibling())
+                pending.push_back(child);
+    }
+}
+
+void InsertIds(WideSet& ids, XmlNode const* container, wchar_t const* tag)
+{
+    if (!container)
+        return;
+    for (XmlNode const* element = container->FirstChild(); element; element = element->NextSibling())
+        if (element->HasTag(tag))
+            ids.insert(element->Value(L"id", L""));
+}
+
+} // namespace
+
+ZoProjectChecker::Context::Context(ZoProjectDocs givenDocs, ZoCheckOptions options)
+    : docs(std::move(givenDocs))
+    , from(options.from.isValid() ? options.from : QDate::currentDate())
+    , to(from.addYears(1).addDays(-1))
+    , catalog(options.catalog)
+    , timeTables(docs.timeTables)
+{
+    if (!catalog) {
+        ownCatalog = std::make_unique<ZoDeviceCatalog>();
+        ownCatalog->LoadDevices(docs.devices);
+        ownCatalog->LoadEvents(docs.events);
+        catalog = ownCatalog.get();
+    }
+    evaluator.SetCatalog(catalog);
+    eventsElement = docs.events ? docs.events->Child(L"events") : nullptr;
+    if (eventsElement)
+        eventsPosition = PositionOf(*eventsElement);
+    if (docs.events)
+        InsertIds(groupIds, docs.events->Child(L"eventsGroups"), L"eventsGroup");
+    IndexNames();
+    IndexRegistrations();
+    IndexFolder();
+    IndexUsers();
+}
+
+void ZoProjectChecker::Context::IndexNames()
+{
+    eventNames.clear();
+    nameAt.clear();
+    if (!eventsElement)
+        return;
+    for (XmlNode const* event = eventsElement->FirstChild(); event; event = event->NextSibling()) {
+        std::string name(event->HasTag(L"event") ? event->ValueUtf8(L"name") : std::string_view());
+        if (!name.empty())
+            ++eventNames[name];
+        nameAt.push_back(std::move(name));
+    }
+}
+
+void ZoProjectChecker::Context::IndexRegistrations()
+{
+    registrations.clear();
+    XmlNode const* deviceGroups = docs.devices ? docs.devices->Child(zo::project::kDeviceGroupsTag) : nullptr;
+    ForEachRegisteredDevice(deviceGroups, [this](XmlNode const& device) {
+        if (device.ValueUtf8(L"type") == zo::project::kEventDeviceTypeText)
+            ++registrations[std::string(device.ValueUtf8(L"id"))];
+    });
+}
+
+void ZoProjectChecker::Context::IndexFolder()
+{
+    if (docs.folder.empty())
+        return;
+    for (auto& name : ZoListProjectNames(docs.folder, ZoProjectFileKind::Screen))
+        screens.insert(std::move(name));
+    for (auto& name : ZoListProjectNames(docs.folder, ZoProjectFileKind::Report))
+        reports.insert(std::move(name));
+}
+
+void ZoProjectChecker::Context::IndexUsers()
+{
+    if (!docs.users)
+        return;
+    InsertIds(users, docs.users->Child(L"users"), L"user");
+    InsertIds(mailLists, docs.users->Child(L"mailLists"), L"mailList");
+    InsertIds(phoneLists, docs.users->Child(L"phoneLists"), L"phoneList");
+}
+
+ZoFinding& ZoProjectChecker::Context::Add(EventUnderCheck const& event, ZoSeverity severity, std::string_view rule,
+                                          ZoCheckField field, std::wstring message)
+{
+    ZoFinding& finding = AddAt(ProjectDoc::Events, {eventsPosition, event.position}, ZoCheckSubject::Event,
+                               event.name, event.id, severity, rule, std::move(message));
+    finding.field = field;
+    finding.perEvent = true;
+    return finding;
+}
+
+ZoFinding& ZoProjectChecker::Context::AddAt(ProjectDoc file, std::vector<std::uint32_t> path,
+                                            ZoCheckSubject subject, std::wstring name, std::wstring id,
+                                            ZoSeverity severity, std::string_view rule, std::wstring message)
+{
+    ZoFinding& finding = out->emplace_back();
+    finding.severity = severity;
+    finding.rule = rule;
+    finding.file = file;
+    finding.path = std::move(path);
+    finding.subject = subject;
+    finding.name = std::move(name);
+    finding.id = std::move(id);
+    finding.message = std::move(message);
+    return finding;
+}
+
+namespace {
+
+void CheckOneEvent(ZoProjectChecker::Context& context, XmlNode const& node, std::uint32_t position)
+{
+    EventUnderCheck const event{node, position, node.Value(L"name", L""), node.Value(L"id", L"")};
+    CheckEventIdentity(context, event);
+    CheckEventFormulas(context, event);
+    CheckEventReferences(context, event);
+    CheckEventActions(context, event);
+}
+
+} // namespace
+
+ZoProjectChecker::ZoProjectChecker(ZoProjectDocs docs, ZoCheckOptions options)
+    : m_context(std::make_unique<Context>(std::move(docs), options))
+{
+}
+
+ZoProjectChecker::~ZoProjectChecker() = default;
+
+std::vector<ZoFinding> ZoProjectChecker::CheckProject()
+{
+    std::vector<ZoFinding> findings;
+    Context& context = *m_context;
+    context.out = &findings;
+    if (context.eventsElement) {
+        std::uint32_t position = 0;
+        for (XmlNode const* event = context.eventsElement->FirstChild(); event; event = event->NextSibling(), ++position)
+            if (event->HasTag(L"event"))
+                CheckOneEvent(context, *event, position);
+    }
+    CheckDuplicateIds(context);
+    CheckGroups(context);
+    CheckTimeTables(context);
+    CheckRegistrations(context);
+    CheckLikelyDuplicates(context);
+    CheckFloodBound(context);
+    context.out = nullptr;
+    return findings;
+}
+
+std::vector<ZoFinding> ZoProjectChecker::CheckEvent(std::uint32_t position)
+{
+    std::vector<ZoFinding> findings;
+    Context& context = *m_context;
+    XmlNode const* event = context.eventsElement ? context.eventsElement->FirstChild() : nullptr;
+    for (std::uint32_t i = 0; event && i < position; ++i)
+        event = event->NextSibling();
+    if (!event || !event->HasTag(L"event"))
+        return findings;
+    // The event's name may have changed: the count of names follows.
+    if (position < context.nameAt.size()) {
+        std::string& old = context.nameAt[position];
+        std::string const name(event->ValueUtf8(L"name"));
+        if (old != name) {
+            if (!old.empty() && --context.eventNames[old] == 0)
+                context.eventNames.erase(old);
+            if (!name.empty())
+                ++context.eventNames[name];
+            old = name;
+        }
+    }
+    context.out = &findings;
+    CheckOneEvent(context, *event, position);
+    context.out = nullptr;
+    return findings;
+}
+
+std::vector<ZoFinding> ZoCheckProject(ZoProjectDocs const& docs, ZoCheckOptions const& options)
+{
+    return ZoProjectChecker(docs, options).CheckProject();
+}
+
+ZoCheckCounts ZoCountFindings(std::vector<ZoFinding> const& findings)
+{
+    ZoCheckCounts counts;
+    for (ZoFinding const& finding : findings) {
+        if (finding.severity == ZoSeverity::Error)
+            ++counts.errors;
+        else if (finding.severity == ZoSeverity::Warning)
+            ++counts.warnings;
+        else
+            ++counts.notes;
+    }
+    return counts;
+}
