@@ -58,6 +58,11 @@ public:
     bool m_skipCheck = false;  // handed to the action panes; with a focus code relabels OK (text 34893)
     bool m_keep = false;       // handed to the action panes
     int m_presetIndex = -1;    // handed to the action panes
+    // Opens with the tab that holds this control (an object name above) selected and the
+    // focus on it; for the action tabs, the moment's pane (m_openAtMoment, 0..3) shown.
+    // Unlike the focus code, OK validates and writes as usual.
+    QString m_openAtControl;
+    int m_openAtMoment = -1;
 
     // Tabs, in order.
     enum Tab { TabGeneral = 0, TabAdvanced = 1, TabActions = 2, TabClientActions = 3 };
@@ -113,6 +118,7 @@ private:
     bool UpdateCfg();
     bool ActionPanelsModified() const;
     void SelectTabOfFocusCode();
+    void OpenAtControl();
 
     bool IsValidName();
     void FillEmptyDelays();
