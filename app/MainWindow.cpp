@@ -535,6 +535,21 @@ QString EditorControl(ZoFinding const& finding)
     return {};
 }
 
+// The documents the check reads: the users file only once a dialog loaded it.
+ZoProjectDocs CheckedDocs(ProjectFolder& project)
+{
+    return {project.Events().Root(), project.TimeTables().Root(), project.Devices().Root(), project.Users().Root(),
+            project.Folder().toStdWString()};
+}
+
+// Formulas resolve in the catalog the editor keeps up to date.
+ZoCheckOptions CheckOptions()
+{
+    ZoCheckOptions options;
+    options.catalog = ZoDeviceCatalog::Installed();
+    return options;
+}
+
 XmlNode* ChildAt(XmlNode* parent, std::uint32_t position)
 {
     XmlNode* child = parent ? parent->FirstChild() : nullptr;
@@ -552,11 +567,7 @@ void MainWindow::OnCheckProject()
     ProjectFolder& project = *m_project;
     // Mail and SMS recipients are checked against the users file.
     ZoEnsureUsersLoaded(this, &project.Users());
-    ZoProjectDocs docs{project.Events().Root(), project.TimeTables().Root(), project.Devices().Root(),
-                       project.Users().Root(), project.Folder().toStdWString()};
-    ZoCheckOptions options;
-    options.catalog = ZoDeviceCatalog::Installed();
-    m_checker = std::make_unique<ZoProjectChecker>(docs, options);
+    m_checker = std::make_unique<ZoProjectChecker>(CheckedDocs(project), CheckOptions());
     if (!m_problems) {
         m_problems = new ProblemsWindow(this);
         connect(m_problems, &ProblemsWindow::openRequested, this, &MainWindow::OnOpenProblem);
@@ -575,17 +586,21 @@ void MainWindow::OnOpenProblem(ZoFinding const& finding)
     std::uint32_t const position = finding.path[1];
     bool const changed = EditEvent([position](XmlNode* root) { return ChildAt(root, position); },
                                    EditorControl(finding), finding.field == ZoCheckField::Action ? finding.moment : -1);
-    if (changed && m_problems)
+    // A save has checked the whole project again; when it failed, the event alone is.
+    if (changed && m_problems && HasUnsavedChanges())
         m_problems->ReplaceEventFindings(position, m_checker->CheckEvent(position));
 }
 
 QString MainWindow::CheckCountsText()
 {
-    ProjectFolder& project = *m_project;
-    ZoProjectDocs docs{project.Events().Root(), project.TimeTables().Root(), project.Devices().Root(),
-                       project.Users().Root(), project.Folder().toStdWString()};
-    ZoCheckOptions options;
-    options.catalog = ZoDeviceCatalog::Installed();
-    ZoCheckCounts const counts = ZoCountFindings(ZoCheckProject(docs, options));
+    ZoCheckCounts counts;
+    if (m_problems && m_problems->isVisible()) {
+        // The open Problems window follows every change, whichever dialog made it.
+        m_checker = std::make_unique<ZoProjectChecker>(CheckedDocs(*m_project), CheckOptions());
+        m_problems->SetFindings(m_checker->CheckProject());
+        counts = m_problems->Model().Counts();
+    } else {
+        counts = ZoCountFindings(ZoCheckProject(CheckedDocs(*m_project), CheckOptions()));
+    }
     return QString::fromStdWString(ZoFormat(ZoLoadString(64573).c_str(), counts.errors, counts.warnings));
 }

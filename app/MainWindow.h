@@ -71,7 +71,8 @@ private:
     bool EditEvent(EventFinder const& find, QString const& control = {}, int moment = -1);
     // A row of the Problems window: opens its event at its field, then checks it again.
     void OnOpenProblem(ZoFinding const& finding);
-    // After a save: the project's counts of errors and warnings, for the status bar.
+    // After a save: the project's counts of errors and warnings, for the status bar; an open
+    // Problems window is filled again.
     QString CheckCountsText();
 
     RecentFolders m_recent;

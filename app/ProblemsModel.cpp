@@ -5,6 +5,8 @@
 #include <QApplication>
 #include <QStyle>
 
+#include <algorithm>
+
 namespace {
 
 QString Text(std::wstring const& text)

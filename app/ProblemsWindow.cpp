@@ -5,6 +5,8 @@
 #include "platform/ui/ZoListView.h"
 
 #include <QCheckBox>
+
+#include <algorithm>
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -73,12 +75,14 @@ ProblemsWindow::ProblemsWindow(QWidget* parent) : QDialog(parent)
 
 void ProblemsWindow::SetFindings(std::vector<ZoFinding> findings)
 {
+    // Checked again: the row the user was on stays current (by its number).
+    int const row = std::max(m_list->currentIndex().row(), 0);
     m_model.SetFindings(std::move(findings));
     m_list->resizeColumnToContents(ProblemsModel::SeverityColumn);
     m_list->resizeColumnToContents(ProblemsModel::SubjectColumn);
     m_list->resizeColumnToContents(ProblemsModel::FieldColumn);
     if (m_filter.rowCount() > 0)
-        m_list->setCurrentIndex(m_filter.index(0, 0));
+        m_list->setCurrentIndex(m_filter.index(std::min(row, m_filter.rowCount() - 1), 0));
     m_list->setFocus(Qt::OtherFocusReason);
     UpdateTitle();
 }

@@ -7,6 +7,7 @@
 #include "editor/ZoEventFields.h"
 #include "platform/tools/ZoFormat.h"
 #include "platform/tools/ZoTexts.h"
+#include "platform/tools/ZoUtf.h"
 
 namespace zo::check {
 
@@ -45,9 +46,9 @@ void CheckRecipients(Context& context, EventUnderCheck const& event, ActionPlace
     if (!container || !context.docs.users)
         return;
     for (XmlNode const* entry = container->FirstChild(); entry; entry = entry->NextSibling())
-        if (!known.contains(entry->Value()))
+        if (!known.contains(ZoFromUtf8(entry->TextUtf8())))
             Report(context, event, place, "unknown-recipient",
-                   ZoFormat(ZoLoadString(64558).c_str(), entry->Value().c_str()));
+                   ZoFormat(ZoLoadString(64558).c_str(), ZoFromUtf8(entry->TextUtf8()).c_str()));
 }
 
 void CheckFreeRecipients(Context& context, EventUnderCheck const& event, ActionPlace const& place,
@@ -61,18 +62,18 @@ void CheckMail(Context& context, EventUnderCheck const& event, ActionPlace const
 {
     if (ReportFault(context, event, place, "mail-action", ZoCheckMailAction(action)))
         return;
-    CheckFreeRecipients(context, event, place, ZoFirstInvalidMailAddress(action.Value(L"address", L"")));
+    CheckFreeRecipients(context, event, place, ZoFirstInvalidMailAddress(WideValue(action, L"address")));
     CheckRecipients(context, event, place, action, L"users", context.users);
     CheckRecipients(context, event, place, action, L"mailLists", context.mailLists);
 }
 
 void CheckSms(Context& context, EventUnderCheck const& event, ActionPlace const& place, XmlNode const& action)
 {
-    if (action.Value(L"message", L"").empty())
+    if (WideValue(action, L"message").empty())
         return Report(context, event, place, "sms-action", ZoLoadString(64557));
     if (!ZoActionHasRecipient(action, L"phone", L"phoneLists"))
         return Report(context, event, place, "sms-action", ZoLoadString(64556));
-    CheckFreeRecipients(context, event, place, ZoFirstInvalidPhoneNumber(action.Value(L"phone", L"")));
+    CheckFreeRecipients(context, event, place, ZoFirstInvalidPhoneNumber(WideValue(action, L"phone")));
     CheckRecipients(context, event, place, action, L"users", context.users);
     CheckRecipients(context, event, place, action, L"phoneLists", context.phoneLists);
 }
@@ -85,7 +86,7 @@ void CheckFile(Context& context, EventUnderCheck const& event, ActionPlace const
         return;
     if (context.docs.folder.empty())
         return;
-    std::wstring const name = action.Value(L"name", L"");
+    std::wstring const name = WideValue(action, L"name");
     if (!(screen ? context.screens : context.reports).contains(name))
         Report(context, event, place, screen ? "missing-screen" : "missing-report",
                ZoFormat(ZoLoadString(screen ? 64553 : 64554).c_str(), name.c_str()));
@@ -95,7 +96,7 @@ void CheckDevice(Context& context, EventUnderCheck const& event, ActionPlace con
 {
     if (ReportFault(context, event, place, "device-action", ZoCheckDeviceAction(action)))
         return;
-    std::wstring const name = action.Value(L"name", L"");
+    std::wstring const name = WideValue(action, L"name");
     if (!context.catalog->Find(name))
         Report(context, event, place, "unknown-device-action", ZoFormat(ZoLoadString(64555).c_str(), name.c_str()));
 }

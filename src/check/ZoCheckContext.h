@@ -6,6 +6,8 @@
 #include "platform/formula/ZoEvaluator.h"
 #include "timetables/ZoTimeTableResolution.h"
 
+#include <array>
+#include <deque>
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
@@ -20,10 +22,51 @@ struct WideHash {
 };
 using WideSet = std::unordered_set<std::wstring, WideHash, std::equal_to<>>;
 
+struct Utf8Hash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>()(text); }
+};
+// Texts as stored (UTF-8), looked up by a view of a document's text without a copy.
+using Utf8Set = std::unordered_set<std::string, Utf8Hash, std::equal_to<>>;
+
+// The devices of type R$EVE with an id, and whether an event has that id.
+struct Registration {
+    int count = 0;
+    bool matched = false;
+};
+
+// The keys of an event the rules read, found in one pass over its children.
+enum EventKey {
+    KeyName,
+    KeyId,
+    KeyCondition,
+    KeyConditionStop,
+    KeyDelayActivate,
+    KeyDelayDeactivate,
+    KeyTimeTable,
+    KeyAnnotation,
+    KeyDeaAnnotation,
+    KeyAckAnnotation,
+    KeyArguments,
+    KeyEventsGroups,
+    KeyCount
+};
+// The interned tags of the keys in the events document (XmlDocument::TagKey).
+using EventKeyTags = std::array<void const*, KeyCount>;
+EventKeyTags EventKeyTagsOf(XmlDocument const& events);
+
 // The event a rule looks at.
 struct EventUnderCheck {
+    EventUnderCheck(XmlNode const& event, std::uint32_t position, EventKeyTags const& tags);
+
+    XmlNode const* Child(EventKey key) const { return keys[key]; }
+    std::string_view Utf8(EventKey key) const { return keys[key] ? keys[key]->TextUtf8() : std::string_view(); }
+    // Converted here, not with XmlNode::Value, which keeps the wide text in the document.
+    std::wstring Wide(EventKey key) const;
+
     XmlNode const& node;
     std::uint32_t position; // in `events`
+    std::array<XmlNode const*, KeyCount> keys{};
     std::wstring name;
     std::wstring id;
 };
@@ -33,6 +76,10 @@ inline bool IsTrue(XmlNode const& element, wchar_t const* key)
 {
     return element.ValueUtf8(key) == "T";
 }
+
+// A key's text as wide text, converted without keeping it in the document (XmlNode::Value
+// would keep it there for the document's life).
+std::wstring WideValue(XmlNode const& element, std::wstring_view key);
 
 // The position of child among its parent's children.
 std::uint32_t PositionOf(XmlNode const& child);
@@ -49,17 +96,24 @@ struct ZoProjectChecker::Context {
     ZoDeviceCatalog const* catalog = nullptr;
     ZoEvaluator evaluator;
     ZoTimeTableResolution timeTables;
-    zo::check::WideSet groupIds;
+    zo::check::Utf8Set groupIds;
     zo::check::WideSet screens;
     zo::check::WideSet reports;
     zo::check::WideSet users;
     zo::check::WideSet mailLists;
     zo::check::WideSet phoneLists;
-    std::unordered_map<std::string, int> eventNames;        // UTF-8 name -> events holding it
-    std::vector<std::string> nameAt;                         // by position in `events`
-    std::unordered_map<std::string, int> registrations;     // event id -> R$EVE devices
+    // UTF-8 name -> events holding it; the names are copied into one block (and a renamed
+    // event's new name kept apart), so that an event's edit leaves the counts valid.
+    std::unordered_map<std::string_view, int> eventNames;
+    std::vector<std::string_view> nameAt; // by position in `events`
+    std::string nameBlock;
+    std::deque<std::string> newNames;
+    // Event id -> its registrations; views into the device tree, which the check never
+    // changes (the editor checks anew after every save).
+    std::unordered_map<std::string_view, zo::check::Registration> registrations;
     std::uint32_t eventsPosition = 0;                        // of `events` in the root
     XmlDocument::XmlNode const* eventsElement = nullptr;
+    zo::check::EventKeyTags keyTags{};
     std::vector<ZoFinding>* out = nullptr;
 
     // A finding about the event, at the field.
@@ -69,6 +123,11 @@ struct ZoProjectChecker::Context {
     ZoFinding& AddAt(zo::project::ProjectDoc file, std::vector<std::uint32_t> path, ZoCheckSubject subject,
                      std::wstring name, std::wstring id, ZoSeverity severity, std::string_view rule,
                      std::wstring message);
+
+    // Whether the time table allows any moment from `from` to `to`; each table is resolved
+    // once, however many events use it.
+    bool TableAllowsAny(std::wstring const& id);
+    std::unordered_map<std::wstring, bool> tableAllows;
 
     void IndexNames();
     void IndexRegistrations();

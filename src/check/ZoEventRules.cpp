@@ -4,7 +4,6 @@
 
 #include "editor/ZoFormulaFaults.h"
 #include "editor/ZoFormulaStatus.h"
-#include "platform/formula/ZoVariableName.h"
 #include "platform/tools/ZoFormat.h"
 #include "platform/tools/ZoIds.h"
 #include "platform/tools/ZoTexts.h"
@@ -88,30 +87,28 @@ bool CheckFormula(Context& context, EventUnderCheck const& event, ZoCheckField f
     return true;
 }
 
-// Whether the condition that just passed is a constant; value: its value.
-bool IsConstant(ZoEvaluator& evaluator, std::wstring_view condition, double& value)
+// Whether the condition that just passed is a constant (it reads no variable); value: its
+// value.
+bool IsConstant(ZoEvaluator& evaluator, std::wstring_view condition, bool readsVariables, double& value)
 {
     if (ZoIsLogicalConstant(condition, value))
         return true;
-    std::vector<ZoBasicString<wchar_t>> variables;
-    evaluator.GetDeviceVariables(variables);
-    if (!variables.empty())
+    if (readsVariables)
         return false;
     int type = 0;
     evaluator.Evaluate(value, type);
     return value == 1.0 || value == 0.0;
 }
 
-// The first analog or counter variable the analysed formula reads, "[DEVICE.CODE]".
-std::wstring AnalogVariable(Context& context)
+// The first analog or counter variable of the list ("DEVICE.CODE"), as "[DEVICE.CODE]".
+std::wstring AnalogVariable(Context& context, std::vector<ZoBasicString<wchar_t>> const& variables)
 {
-    std::vector<ZoBasicString<wchar_t>> variables;
-    context.evaluator.GetDeviceVariables(variables);
     for (auto const& name : variables) {
-        ZoBasicString<wchar_t> device, code;
-        if (!SplitDriverVariable(name, device, code))
+        std::size_t const dot = name.find(L'.');
+        if (dot == std::wstring::npos)
             continue;
-        ZoVariableInfo const* info = context.catalog->FindVariable(device, code);
+        std::wstring_view const whole = name;
+        ZoVariableInfo const* info = context.catalog->FindVariable(whole.substr(0, dot), whole.substr(dot + 1));
         if (info && (info->kind == kZoAnalog || info->kind == kZoCounter))
             return L"[" + name + L"]";
     }
@@ -129,10 +126,12 @@ bool IsZeroDelay(std::wstring const& delay)
 void CheckAlarmShape(Context& context, EventUnderCheck const& event, std::wstring const& condition,
                      std::wstring const& analog)
 {
-    XmlNode const* stopNode = event.node.Child(L"conditionStop");
-    std::wstring const stop = stopNode ? stopNode->Value() : std::wstring();
+    XmlNode const* stopNode = event.Child(KeyConditionStop);
+    if (analog.empty() && !stopNode)
+        return;
+    std::wstring const stop = stopNode ? ZoFromUtf8(stopNode->TextUtf8()) : std::wstring();
     auto const threshold = ZoReadThreshold(condition);
-    if (!analog.empty() && !stopNode && IsZeroDelay(event.node.Value(L"delayToActivate", L""))) {
+    if (!analog.empty() && !stopNode && IsZeroDelay(event.Wide(KeyDelayActivate))) {
         context.Add(event, ZoSeverity::Warning, "chattering", ZoCheckField::Condition,
                     ZoFormat(Text(64547).c_str(), analog.c_str()));
     } else if (!analog.empty() && threshold && !stopNode) {
@@ -154,19 +153,21 @@ void CheckAlarmShape(Context& context, EventUnderCheck const& event, std::wstrin
 
 void CheckConditions(Context& context, EventUnderCheck const& event)
 {
-    std::wstring const condition = event.node.Value(L"condition", L"");
+    std::wstring const condition = event.Wide(KeyCondition);
     if (condition.empty()) {
         context.Add(event, ZoSeverity::Error, "no-condition", ZoCheckField::Condition, Text(64531));
     } else if (CheckFormula(context, event, ZoCheckField::Condition, 0, condition, ZoFormulaRole::Condition)) {
-        std::wstring const analog = AnalogVariable(context);
-        if (double value = 0; IsConstant(context.evaluator, condition, value))
+        std::vector<ZoBasicString<wchar_t>> variables;
+        context.evaluator.GetDeviceVariables(variables);
+        std::wstring const analog = AnalogVariable(context, variables);
+        if (double value = 0; IsConstant(context.evaluator, condition, !variables.empty(), value))
             context.Add(event, ZoSeverity::Warning, "constant-condition", ZoCheckField::Condition,
                         Text(value == 1.0 ? 64545 : 64546));
         else
             CheckAlarmShape(context, event, condition, analog);
     }
-    if (XmlNode const* stop = event.node.Child(L"conditionStop")) {
-        std::wstring const text = stop->Value();
+    if (XmlNode const* stop = event.Child(KeyConditionStop)) {
+        std::wstring const text = ZoFromUtf8(stop->TextUtf8());
         if (text.empty())
             context.Add(event, ZoSeverity::Error, "no-condition", ZoCheckField::StopCondition, Text(33122));
         else
@@ -177,11 +178,11 @@ void CheckConditions(Context& context, EventUnderCheck const& event)
 void CheckDelaysAndArguments(Context& context, EventUnderCheck const& event)
 {
     // An empty delay is saved as "0" by the editor: nothing to check.
-    if (std::wstring const delay = event.node.Value(L"delayToActivate", L""); !delay.empty())
+    if (std::wstring const delay = event.Wide(KeyDelayActivate); !delay.empty())
         CheckFormula(context, event, ZoCheckField::DelayActivate, 0, delay, ZoFormulaRole::Argument);
-    if (std::wstring const delay = event.node.Value(L"delayToDeactivate", L""); !delay.empty())
+    if (std::wstring const delay = event.Wide(KeyDelayDeactivate); !delay.empty())
         CheckFormula(context, event, ZoCheckField::DelayDeactivate, 0, delay, ZoFormulaRole::Argument);
-    XmlNode const* arguments = event.node.Child(L"arguments");
+    XmlNode const* arguments = event.Child(KeyArguments);
     if (!arguments)
         return;
     int number = 0;
@@ -189,7 +190,7 @@ void CheckDelaysAndArguments(Context& context, EventUnderCheck const& event)
         if (!argument->HasTag(L"argument"))
             continue;
         ++number;
-        CheckFormula(context, event, ZoCheckField::Argument, number, argument->Value(L"value", L""),
+        CheckFormula(context, event, ZoCheckField::Argument, number, WideValue(*argument, L"value"),
                      ZoFormulaRole::Argument);
     }
 }
@@ -204,9 +205,12 @@ int CountChildren(XmlNode const* container, wchar_t const* tag)
 
 // The placeholders of one annotation text: "%aN" needs argument N, "%gN" the N-th group
 // that resolves, "%s" a stop condition.
-void CheckPlaceholders(Context& context, EventUnderCheck const& event, ZoCheckField field, std::wstring const& text,
+void CheckPlaceholders(Context& context, EventUnderCheck const& event, ZoCheckField field, EventKey key,
                        int arguments, int groups, bool hasStop)
 {
+    if (event.Utf8(key).find('%') == std::string_view::npos)
+        return;
+    std::wstring const text = event.Wide(key);
     for (std::size_t i = 0; i + 1 < text.size(); ++i) {
         if (text[i] != L'%')
             continue;
@@ -243,13 +247,15 @@ void CheckEventIdentity(Context& context, EventUnderCheck const& event)
     else if (!IsValidId(event.name.c_str(), true))
         context.Add(event, ZoSeverity::Error, "invalid-name", ZoCheckField::Name, Text(32764));
     if (!event.name.empty()) {
-        auto const same = context.eventNames.find(std::string(event.node.ValueUtf8(L"name")));
+        auto const same = context.eventNames.find(event.Utf8(KeyName));
         if (same != context.eventNames.end() && same->second > 1)
             context.Add(event, ZoSeverity::Error, "duplicate-name", ZoCheckField::Name,
                         ZoFormat(Text(64532).c_str(), same->second));
     }
-    auto const registered = context.registrations.find(std::string(event.node.ValueUtf8(L"id")));
-    int const count = registered == context.registrations.end() ? 0 : registered->second;
+    auto const registered = context.registrations.find(event.Utf8(KeyId));
+    int const count = registered == context.registrations.end() ? 0 : registered->second.count;
+    if (registered != context.registrations.end())
+        registered->second.matched = true;
     if (count == 0)
         context.Add(event, ZoSeverity::Error, "not-registered", ZoCheckField::Identity, Text(64534));
     else if (count > 1)
@@ -265,35 +271,33 @@ void CheckEventFormulas(Context& context, EventUnderCheck const& event)
 
 void CheckEventReferences(Context& context, EventUnderCheck const& event)
 {
-    if (std::wstring const table = event.node.Value(L"timeTable", L""); !table.empty()) {
+    if (!event.Utf8(KeyTimeTable).empty()) {
+        std::wstring const table = event.Wide(KeyTimeTable);
         if (context.timeTables.KindOf(table) == ZoTimeTableResolution::Kind::None)
             context.Add(event, ZoSeverity::Warning, "unknown-time-table", ZoCheckField::TimeTable,
                         ZoFormat(Text(64537).c_str(), table.c_str()));
-        else if (!context.timeTables.AllowsAny(table, context.from, context.to))
+        else if (!context.TableAllowsAny(table))
             context.Add(event, ZoSeverity::Warning, "never-fires", ZoCheckField::TimeTable,
                         ZoFormat(Text(64544).c_str(), context.from.toString(Qt::ISODate).toStdWString().c_str(),
                                  context.to.toString(Qt::ISODate).toStdWString().c_str()));
     }
     int groups = 0;
-    if (XmlNode const* memberships = event.node.Child(L"eventsGroups")) {
+    if (XmlNode const* memberships = event.Child(KeyEventsGroups)) {
         for (XmlNode const* group = memberships->FirstChild(); group; group = group->NextSibling()) {
             if (!group->HasTag(L"eventsGroup"))
                 continue;
-            if (context.groupIds.contains(group->Value()))
+            if (context.groupIds.contains(group->TextUtf8()))
                 ++groups;
             else
                 context.Add(event, ZoSeverity::Warning, "unknown-group", ZoCheckField::Groups,
-                            ZoFormat(Text(64538).c_str(), group->Value().c_str()));
+                            ZoFormat(Text(64538).c_str(), ZoFromUtf8(group->TextUtf8()).c_str()));
         }
     }
-    int const arguments = CountChildren(event.node.Child(L"arguments"), L"argument");
-    bool const hasStop = event.node.Child(L"conditionStop") != nullptr;
-    CheckPlaceholders(context, event, ZoCheckField::Annotation, event.node.Value(L"annotation", L""), arguments,
-                      groups, hasStop);
-    CheckPlaceholders(context, event, ZoCheckField::DeaAnnotation, event.node.Value(L"deaAnnotation", L""),
-                      arguments, groups, hasStop);
-    CheckPlaceholders(context, event, ZoCheckField::AckAnnotation, event.node.Value(L"ackAnnotation", L""),
-                      arguments, groups, hasStop);
+    int const arguments = CountChildren(event.Child(KeyArguments), L"argument");
+    bool const hasStop = event.Child(KeyConditionStop) != nullptr;
+    CheckPlaceholders(context, event, ZoCheckField::Annotation, KeyAnnotation, arguments, groups, hasStop);
+    CheckPlaceholders(context, event, ZoCheckField::DeaAnnotation, KeyDeaAnnotation, arguments, groups, hasStop);
+    CheckPlaceholders(context, event, ZoCheckField::AckAnnotation, KeyAckAnnotation, arguments, groups, hasStop);
 }
 
 } // namespace zo::check

@@ -123,32 +123,21 @@ ZoThreshold Interval(std::wstring value, std::wstring_view op, double number)
     return t;
 }
 
-std::wstring_view Mirrored(std::wstring_view op)
-{
-    if (op == L">")
-        return L"<";
-    if (op == L"<")
-        return L">";
-    if (op == L">=")
-        return L"<=";
-    if (op == L"<=")
-        return L">=";
-    return op;
-}
+// Each comparison operator, read with its operands swapped, and negated.
+struct OperatorForms {
+    std::wstring_view op;
+    std::wstring_view mirrored;
+    std::wstring_view negated;
+};
+constexpr OperatorForms kOperatorForms[] = {{L">", L"<", L"<="},  {L"<", L">", L">="}, {L">=", L"<=", L"<"},
+                                            {L"<=", L">=", L">"}, {L"=", L"=", L"<>"}, {L"<>", L"<>", L"="}};
 
-std::wstring_view Negated(std::wstring_view op)
+OperatorForms const& FormsOf(std::wstring_view op)
 {
-    if (op == L">")
-        return L"<=";
-    if (op == L"<")
-        return L">=";
-    if (op == L">=")
-        return L"<";
-    if (op == L"<=")
-        return L">";
-    if (op == L"=")
-        return L"<>";
-    return L"=";
+    for (OperatorForms const& forms : kOperatorForms)
+        if (forms.op == op)
+            return forms;
+    return kOperatorForms[4]; // "=" (FindComparison finds no other)
 }
 
 } // namespace
@@ -219,14 +208,14 @@ std::optional<ZoThreshold> ZoReadThreshold(std::wstring_view formula)
         value = left;
     } else if (ReadNumber(left, number)) {
         value = right;
-        op = Mirrored(op);
+        op = FormsOf(op).mirrored;
     } else {
         return std::nullopt;
     }
     if (double unused = 0; value.empty() || ReadNumber(value, unused))
         return std::nullopt;
     if (negate)
-        op = Negated(op);
+        op = FormsOf(op).negated;
     return Interval(std::wstring(value), op, number);
 }
 

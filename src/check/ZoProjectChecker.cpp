@@ -1,6 +1,7 @@
 #include "check/ZoCheckContext.h"
 
 #include "actions/ZoScreenReportNames.h"
+#include "platform/tools/ZoUtf.h"
 #include "project/ProjectFiles.h"
 
 using namespace zo::check;
@@ -16,6 +17,43 @@ std::uint32_t PositionOf(XmlNode const& child)
          node = node->NextSibling())
         ++position;
     return position;
+}
+
+EventKeyTags EventKeyTagsOf(XmlDocument const& events)
+{
+    static constexpr wchar_t const* kTags[KeyCount] = {
+        L"name",       L"id",           L"condition",     L"conditionStop", L"delayToActivate", L"delayToDeactivate",
+        L"timeTable",  L"annotation",   L"deaAnnotation", L"ackAnnotation", L"arguments",       L"eventsGroups"};
+    EventKeyTags tags{};
+    for (int key = 0; key < KeyCount; ++key)
+        tags[key] = events.TagKey(kTags[key]);
+    return tags;
+}
+
+std::wstring WideValue(XmlNode const& element, std::wstring_view key)
+{
+    return ZoFromUtf8(element.ValueUtf8(key));
+}
+
+std::wstring EventUnderCheck::Wide(EventKey key) const
+{
+    return keys[key] ? ZoFromUtf8(keys[key]->TextUtf8()) : std::wstring();
+}
+
+// The first child of each key, as Value and Child find it.
+EventUnderCheck::EventUnderCheck(XmlNode const& event, std::uint32_t position_, EventKeyTags const& tags)
+    : node(event), position(position_)
+{
+    for (XmlNode const* child = event.FirstChild(); child; child = child->NextSibling()) {
+        void const* const tag = child->TagKey();
+        for (int key = 0; key < KeyCount; ++key)
+            if (tag == tags[key] && tag && !keys[key]) {
+                keys[key] = child;
+                break;
+            }
+    }
+    name = Wide(KeyName);
+    id = Wide(KeyId);
 }
 
 } // namespace zo::check
@@ -41,13 +79,24 @@ void ForEachRegisteredDevice(XmlNode const* deviceGroups, Visit const& visit)
     }
 }
 
-void InsertIds(WideSet& ids, XmlNode const* container, wchar_t const* tag)
+template <class Set, class Id>
+void InsertIds(Set& ids, XmlNode const* container, wchar_t const* tag, Id const& id)
 {
     if (!container)
         return;
     for (XmlNode const* element = container->FirstChild(); element; element = element->NextSibling())
         if (element->HasTag(tag))
-            ids.insert(element->Value(L"id", L""));
+            ids.emplace(id(*element));
+}
+
+std::wstring WideId(XmlNode const& element)
+{
+    return element.Value(L"id", L"");
+}
+
+std::string_view Utf8Id(XmlNode const& element)
+{
+    return element.ValueUtf8(L"id");
 }
 
 } // namespace
@@ -67,14 +116,24 @@ ZoProjectChecker::Context::Context(ZoProjectDocs givenDocs, ZoCheckOptions optio
     }
     evaluator.SetCatalog(catalog);
     eventsElement = docs.events ? docs.events->Child(L"events") : nullptr;
+    if (docs.events)
+        keyTags = EventKeyTagsOf(*docs.events->Document());
     if (eventsElement)
         eventsPosition = PositionOf(*eventsElement);
     if (docs.events)
-        InsertIds(groupIds, docs.events->Child(L"eventsGroups"), L"eventsGroup");
+        InsertIds(groupIds, docs.events->Child(L"eventsGroups"), L"eventsGroup", Utf8Id);
     IndexNames();
     IndexRegistrations();
     IndexFolder();
     IndexUsers();
+}
+
+bool ZoProjectChecker::Context::TableAllowsAny(std::wstring const& id)
+{
+    auto const [known, inserted] = tableAllows.try_emplace(id, false);
+    if (inserted)
+        known->second = timeTables.AllowsAny(id, from, to);
+    return known->second;
 }
 
 void ZoProjectChecker::Context::IndexNames()
@@ -83,21 +142,32 @@ void ZoProjectChecker::Context::IndexNames()
     nameAt.clear();
     if (!eventsElement)
         return;
+    std::size_t bytes = 0;
+    for (XmlNode const* event = eventsElement->FirstChild(); event; event = event->NextSibling())
+        bytes += event->ValueUtf8(L"name").size();
+    nameBlock.reserve(bytes); // never grows past this, so the views stay valid
+    eventNames.reserve(static_cast<std::size_t>(eventsElement->Size()));
+    nameAt.reserve(static_cast<std::size_t>(eventsElement->Size()));
     for (XmlNode const* event = eventsElement->FirstChild(); event; event = event->NextSibling()) {
-        std::string name(event->HasTag(L"event") ? event->ValueUtf8(L"name") : std::string_view());
-        if (!name.empty())
-            ++eventNames[name];
-        nameAt.push_back(std::move(name));
+        std::string_view const name = event->HasTag(L"event") ? event->ValueUtf8(L"name") : std::string_view();
+        std::size_t const at = nameBlock.size();
+        nameBlock.append(name);
+        std::string_view const kept(nameBlock.data() + at, name.size());
+        if (!kept.empty())
+            ++eventNames[kept];
+        nameAt.push_back(kept);
     }
 }
 
 void ZoProjectChecker::Context::IndexRegistrations()
 {
     registrations.clear();
+    if (eventsElement)
+        registrations.reserve(static_cast<std::size_t>(eventsElement->Size()));
     XmlNode const* deviceGroups = docs.devices ? docs.devices->Child(zo::project::kDeviceGroupsTag) : nullptr;
     ForEachRegisteredDevice(deviceGroups, [this](XmlNode const& device) {
         if (device.ValueUtf8(L"type") == zo::project::kEventDeviceTypeText)
-            ++registrations[std::string(device.ValueUtf8(L"id"))];
+            ++registrations[device.ValueUtf8(L"id")].count;
     });
 }
 
@@ -115,9 +185,9 @@ void ZoProjectChecker::Context::IndexUsers()
 {
     if (!docs.users)
         return;
-    InsertIds(users, docs.users->Child(L"users"), L"user");
-    InsertIds(mailLists, docs.users->Child(L"mailLists"), L"mailList");
-    InsertIds(phoneLists, docs.users->Child(L"phoneLists"), L"phoneList");
+    InsertIds(users, docs.users->Child(L"users"), L"user", WideId);
+    InsertIds(mailLists, docs.users->Child(L"mailLists"), L"mailList", WideId);
+    InsertIds(phoneLists, docs.users->Child(L"phoneLists"), L"phoneList", WideId);
 }
 
 ZoFinding& ZoProjectChecker::Context::Add(EventUnderCheck const& event, ZoSeverity severity, std::string_view rule,
@@ -150,7 +220,7 @@ namespace {
 
 void CheckOneEvent(ZoProjectChecker::Context& context, XmlNode const& node, std::uint32_t position)
 {
-    EventUnderCheck const event{node, position, node.Value(L"name", L""), node.Value(L"id", L"")};
+    EventUnderCheck const event(node, position, context.keyTags);
     CheckEventIdentity(context, event);
     CheckEventFormulas(context, event);
     CheckEventReferences(context, event);
@@ -198,14 +268,14 @@ std::vector<ZoFinding> ZoProjectChecker::CheckEvent(std::uint32_t position)
         return findings;
     // The event's name may have changed: the count of names follows.
     if (position < context.nameAt.size()) {
-        std::string& old = context.nameAt[position];
-        std::string const name(event->ValueUtf8(L"name"));
+        std::string_view& old = context.nameAt[position];
+        std::string_view const name = event->ValueUtf8(L"name");
         if (old != name) {
             if (!old.empty() && --context.eventNames[old] == 0)
                 context.eventNames.erase(old);
-            if (!name.empty())
-                ++context.eventNames[name];
-            old = name;
+            old = context.newNames.emplace_back(name);
+            if (!old.empty())
+                ++context.eventNames[old];
         }
     }
     context.out = &findings;

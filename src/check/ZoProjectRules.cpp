@@ -47,38 +47,94 @@ std::vector<std::uint32_t> PathOf(XmlNode const& element)
     return path;
 }
 
-// Finds ids used twice among elements of one kind; the second holder is reported.
+// Where an id stands, cheap to keep for every id of the project: the element that names
+// the finding (an event, a group, a time table) and, for an argument or an action, its
+// place in that event. The path and the name are read only for a finding.
+struct IdPlace {
+    XmlNode const* holder = nullptr;
+    ZoCheckSubject subject = ZoCheckSubject::Event;
+    ZoCheckField field = ZoCheckField::Identity;
+    std::int8_t list = -1;
+    std::int8_t moment = -1;
+    int index = 0;
+};
+
+Holder HolderOf(IdPlace const& place)
+{
+    return {PathOf(*place.holder), place.subject, WideValue(*place.holder, L"name")};
+}
+
+// Finds ids used twice among elements of one kind; each later holder is reported, in the
+// order of the document. The ids are collected and sorted by their hash (one allocation
+// for all, however many ids the project has), and compared only where hashes meet.
 class IdRegister {
 public:
-    IdRegister(Context& context, ProjectDoc file) : m_context(context), m_file(file) {}
-
-    // True when the id was new.
-    bool Enter(std::string_view id, Holder holder, ZoCheckField field = ZoCheckField::Identity, int list = -1,
-               int moment = -1, int index = 0)
+    IdRegister(Context& context, ProjectDoc file, std::size_t expected = 0) : m_context(context), m_file(file)
     {
-        if (id.empty())
-            return true;
-        auto const [first, inserted] = m_first.try_emplace(id, m_holders.size());
-        if (inserted) {
-            m_holders.push_back(std::move(holder));
-            return true;
-        }
-        std::wstring const other = SubjectOf(m_holders[first->second]);
-        ZoFinding& finding = m_context.AddAt(m_file, std::move(holder.path), holder.subject, holder.name,
-                                             ZoFromUtf8(id), ZoSeverity::Error, "duplicate-id",
-                                             ZoFormat(ZoLoadString(64533).c_str(), other.c_str()));
-        finding.field = field;
-        finding.list = list;
-        finding.moment = moment;
-        finding.index = index;
-        return false;
+        m_entries.reserve(expected);
+    }
+    IdRegister(IdRegister const&) = delete;
+    IdRegister& operator=(IdRegister const&) = delete;
+    ~IdRegister() { Report(); }
+
+    void Enter(std::string_view id, IdPlace const& place)
+    {
+        if (!id.empty())
+            m_entries.push_back({std::hash<std::string_view>()(id), static_cast<std::uint32_t>(m_entries.size()), id,
+                                 place});
     }
 
 private:
+    struct Entry {
+        std::size_t hash;
+        std::uint32_t order;
+        std::string_view id;
+        IdPlace place;
+    };
+
+    void Report()
+    {
+        std::vector<Entry*> sorted;
+        sorted.reserve(m_entries.size());
+        for (Entry& entry : m_entries)
+            sorted.push_back(&entry);
+        std::sort(sorted.begin(), sorted.end(), [](Entry const* a, Entry const* b) {
+            return a->hash != b->hash ? a->hash < b->hash : a->order < b->order;
+        });
+        std::vector<std::pair<Entry const*, Entry const*>> twice; // (later holder, first holder)
+        for (std::size_t start = 0; start < sorted.size();) {
+            std::size_t end = start + 1;
+            while (end < sorted.size() && sorted[end]->hash == sorted[start]->hash)
+                ++end;
+            for (std::size_t later = start + 1; later < end; ++later)
+                for (std::size_t first = start; first < later; ++first)
+                    if (sorted[first]->id == sorted[later]->id) {
+                        twice.emplace_back(sorted[later], sorted[first]);
+                        break;
+                    }
+            start = end;
+        }
+        std::sort(twice.begin(), twice.end(), [](auto const& a, auto const& b) { return a.first->order < b.first->order; });
+        for (auto const& [later, first] : twice)
+            Add(*later, *first);
+    }
+
+    void Add(Entry const& later, Entry const& first)
+    {
+        Holder holder = HolderOf(later.place);
+        std::wstring const other = SubjectOf(HolderOf(first.place));
+        ZoFinding& finding = m_context.AddAt(m_file, std::move(holder.path), holder.subject, std::move(holder.name),
+                                             ZoFromUtf8(later.id), ZoSeverity::Error, "duplicate-id",
+                                             ZoFormat(ZoLoadString(64533).c_str(), other.c_str()));
+        finding.field = later.place.field;
+        finding.list = later.place.list;
+        finding.moment = later.place.moment;
+        finding.index = later.place.index;
+    }
+
     Context& m_context;
     ProjectDoc m_file;
-    std::unordered_map<std::string_view, std::size_t> m_first; // views into the document
-    std::vector<Holder> m_holders;
+    std::vector<Entry> m_entries;
 };
 
 template <class Visit>
@@ -93,25 +149,25 @@ void ForEachChild(XmlNode const* container, wchar_t const* tag, Visit const& vis
 
 void CheckEventChildIds(Context& context)
 {
-    IdRegister arguments(context, ProjectDoc::Events);
-    IdRegister actions(context, ProjectDoc::Events);
-    ForEachChild(context.eventsElement, L"event", [&](XmlNode const& event, std::uint32_t position) {
-        std::wstring const name = event.Value(L"name", L"");
-        std::vector<std::uint32_t> const path{context.eventsPosition, position};
+    std::size_t const events = context.eventsElement ? static_cast<std::size_t>(context.eventsElement->Size()) : 0;
+    IdRegister arguments(context, ProjectDoc::Events, events);
+    IdRegister actions(context, ProjectDoc::Events, events * 4);
+    ForEachChild(context.eventsElement, L"event", [&](XmlNode const& event, std::uint32_t) {
         int number = 0;
         ForEachChild(event.Child(L"arguments"), L"argument", [&](XmlNode const& argument, std::uint32_t) {
-            arguments.Enter(argument.ValueUtf8(L"id"), {path, ZoCheckSubject::Event, name}, ZoCheckField::Argument,
-                            -1, -1, ++number);
+            arguments.Enter(argument.ValueUtf8(L"id"),
+                            {&event, ZoCheckSubject::Event, ZoCheckField::Argument, -1, -1, ++number});
         });
         for (int list = 0; list < 2; ++list) {
             XmlNode const* side = event.Child(kZoActionSides[list]);
             for (int moment = 0; side && moment < 4; ++moment) {
-                XmlNode const* moment_ = side->Child(kZoActionMoments[moment]);
+                XmlNode const* actionsOfMoment = side->Child(kZoActionMoments[moment]);
                 int index = 0;
-                for (XmlNode const* action = moment_ ? moment_->FirstChild() : nullptr; action;
+                for (XmlNode const* action = actionsOfMoment ? actionsOfMoment->FirstChild() : nullptr; action;
                      action = action->NextSibling())
-                    actions.Enter(action->ValueUtf8(L"id"), {path, ZoCheckSubject::Event, name},
-                                  ZoCheckField::Action, list, moment, ++index);
+                    actions.Enter(action->ValueUtf8(L"id"),
+                                  {&event, ZoCheckSubject::Event, ZoCheckField::Action, static_cast<std::int8_t>(list),
+                                   static_cast<std::int8_t>(moment), ++index});
             }
         }
     });
@@ -138,7 +194,7 @@ void ForEachTimeTable(Context& context, Visit const& visit)
             continue;
         std::uint32_t const containerPosition = PositionOf(*container);
         ForEachChild(container, kind.tag, [&](XmlNode const& table, std::uint32_t position) {
-            visit(table, Holder{{containerPosition, position}, kind.subject, table.Value(L"name", L"")});
+            visit(table, Holder{{containerPosition, position}, kind.subject, WideValue(table, L"name")});
         });
     }
 }
@@ -169,7 +225,7 @@ private:
     void Add(XmlNode const& element, Holder const& holder, std::string_view rule, std::wstring const& message)
     {
         ZoFinding& finding = m_context.AddAt(m_file, holder.path, holder.subject, holder.name,
-                                             element.Value(L"id", L""), ZoSeverity::Error, rule, message);
+                                             WideValue(element, L"id"), ZoSeverity::Error, rule, message);
         finding.field = ZoCheckField::Name;
     }
 
@@ -188,7 +244,7 @@ void CheckDayReference(Context& context, XmlNode const& table, Holder const& hol
 {
     if (dayId.empty() || context.timeTables.HasDayProgram(dayId))
         return;
-    context.AddAt(ProjectDoc::TimeTables, holder.path, holder.subject, holder.name, table.Value(L"id", L""),
+    context.AddAt(ProjectDoc::TimeTables, holder.path, holder.subject, holder.name, WideValue(table, L"id"),
                   ZoSeverity::Warning, "unknown-day-program",
                   ZoFormat(ZoLoadString(64539).c_str(), where.c_str(), dayId.c_str()));
 }
@@ -198,14 +254,14 @@ void CheckCalendarDates(Context& context, XmlNode const& calendar, Holder const&
     for (XmlNode const* year = calendar.FirstChild(); year; year = year->NextSibling()) {
         if (!year->HasTag(L"year"))
             continue;
-        std::wstring const number = year->Value(L"year", L"");
+        std::wstring const number = WideValue(*year, L"year");
         for (XmlNode const* month = year->FirstChild(); month; month = month->NextSibling()) {
             std::wstring const& tag = month->Tag();
             if (!tag.starts_with(L"month"))
                 continue;
             for (XmlNode const* day = month->FirstChild(); day; day = day->NextSibling())
                 CheckDayReference(context, calendar, holder,
-                                  number + L"-" + tag.substr(5) + L"-" + day->Tag().substr(3), day->Value());
+                                  number + L"-" + tag.substr(5) + L"-" + day->Tag().substr(3), ZoFromUtf8(day->TextUtf8()));
         }
     }
 }
@@ -214,15 +270,18 @@ void CheckCalendarDates(Context& context, XmlNode const& calendar, Holder const&
 
 void CheckDuplicateIds(Context& context)
 {
-    IdRegister events(context, ProjectDoc::Events);
-    ForEachChild(context.eventsElement, L"event", [&](XmlNode const& event, std::uint32_t position) {
-        events.Enter(event.ValueUtf8(L"id"), {{context.eventsPosition, position}, ZoCheckSubject::Event,
-                                              event.Value(L"name", L"")});
-    });
+    // Each register reports when it goes out of scope.
+    {
+        std::size_t const count = context.eventsElement ? static_cast<std::size_t>(context.eventsElement->Size()) : 0;
+        IdRegister events(context, ProjectDoc::Events, count);
+        ForEachChild(context.eventsElement, L"event", [&](XmlNode const& event, std::uint32_t) {
+            events.Enter(event.ValueUtf8(L"id"), {&event});
+        });
+    }
     CheckEventChildIds(context);
     IdRegister tables(context, ProjectDoc::TimeTables);
-    ForEachTimeTable(context, [&](XmlNode const& table, Holder holder) {
-        tables.Enter(table.ValueUtf8(L"id"), std::move(holder));
+    ForEachTimeTable(context, [&](XmlNode const& table, Holder const& holder) {
+        tables.Enter(table.ValueUtf8(L"id"), {&table, holder.subject});
     });
 }
 
@@ -235,8 +294,8 @@ void CheckGroups(Context& context)
     IdRegister ids(context, ProjectDoc::Events);
     NameRegister names(context, ProjectDoc::Events);
     ForEachChild(groups, L"eventsGroup", [&](XmlNode const& group, std::uint32_t position) {
-        Holder const holder{{groupsPosition, position}, ZoCheckSubject::Group, group.Value(L"name", L"")};
-        ids.Enter(group.ValueUtf8(L"id"), holder);
+        Holder const holder{{groupsPosition, position}, ZoCheckSubject::Group, WideValue(group, L"name")};
+        ids.Enter(group.ValueUtf8(L"id"), {&group, ZoCheckSubject::Group});
         names.Enter(group, holder);
     });
 }
@@ -249,11 +308,11 @@ void CheckTimeTables(Context& context)
         if (holder.subject == ZoCheckSubject::WeekProgram)
             for (int day = 1; day <= 7; ++day)
                 CheckDayReference(context, table, holder, ZoFormat(ZoLoadString(64561).c_str(), day),
-                                  table.Value((L"day" + std::to_wstring(day)).c_str(), L""));
+                                  WideValue(table, L"day" + std::to_wstring(day)));
         if (holder.subject == ZoCheckSubject::Calendar)
             CheckCalendarDates(context, table, holder);
-        std::wstring const id = table.Value(L"id", L"");
-        if (!context.timeTables.AllowsAny(id, context.from, context.to))
+        std::wstring const id = WideValue(table, L"id");
+        if (!context.TableAllowsAny(id))
             context.AddAt(ProjectDoc::TimeTables, holder.path, holder.subject, holder.name, id, ZoSeverity::Warning,
                           "time-table-never",
                           ZoFormat(ZoLoadString(64543).c_str(), DateText(context.from).c_str(),
@@ -268,18 +327,17 @@ void CheckRegistrations(Context& context)
         context.docs.devices ? context.docs.devices->Child(zo::project::kDeviceGroupsTag) : nullptr;
     if (!deviceGroups)
         return;
-    std::unordered_set<std::string_view> eventIds;
-    ForEachChild(context.eventsElement, L"event", [&](XmlNode const& event, std::uint32_t) {
-        eventIds.insert(event.ValueUtf8(L"id"));
-    });
+    // The events' pass marked every registration an event has.
     std::vector<XmlNode const*> pending{deviceGroups};
     for (std::size_t i = 0; i < pending.size(); ++i) {
         if (XmlNode const* devices = pending[i]->Child(L"devices"))
             ForEachChild(devices, L"device", [&](XmlNode const& device, std::uint32_t) {
-                if (device.ValueUtf8(L"type") != zo::project::kEventDeviceTypeText
-                    || eventIds.contains(device.ValueUtf8(L"id")))
+                if (device.ValueUtf8(L"type") != zo::project::kEventDeviceTypeText)
                     return;
-                std::wstring const id = device.Value(L"id", L"");
+                auto const found = context.registrations.find(device.ValueUtf8(L"id"));
+                if (found == context.registrations.end() || found->second.matched)
+                    return;
+                std::wstring const id = WideValue(device, L"id");
                 context.AddAt(ProjectDoc::Devices, PathOf(device), ZoCheckSubject::Registration, id, id,
                               ZoSeverity::Error, "orphan-registration", ZoFormat(ZoLoadString(64536).c_str(), id.c_str()));
             });
@@ -297,15 +355,15 @@ void CheckLikelyDuplicates(Context& context)
     ForEachChild(context.eventsElement, L"event", [&](XmlNode const& event, std::uint32_t position) {
         if (!IsTrue(event, L"notify"))
             return;
-        std::wstring const condition = event.Value(L"condition", L"");
+        std::wstring const condition = WideValue(event, L"condition");
         if (condition.empty())
             return;
-        std::wstring name = event.Value(L"name", L"");
+        std::wstring name = WideValue(event, L"name");
         auto const [first, inserted] = firstByCondition.try_emplace(ZoNormalisedFormula(condition), name);
         if (inserted)
             return;
         ZoFinding& finding = context.AddAt(ProjectDoc::Events, {context.eventsPosition, position},
-                                           ZoCheckSubject::Event, std::move(name), event.Value(L"id", L""),
+                                           ZoCheckSubject::Event, std::move(name), WideValue(event, L"id"),
                                            ZoSeverity::Warning, "likely-duplicate",
                                            ZoFormat(ZoLoadString(64551).c_str(), first->second.c_str()));
         finding.field = ZoCheckField::Condition;
@@ -322,7 +380,7 @@ void CheckFloodBound(Context& context)
     ForEachChild(context.eventsElement, L"event", [&](XmlNode const& event, std::uint32_t) {
         if (!IsTrue(event, L"notify") || event.ValueUtf8(L"disabled") != "F")
             return;
-        std::wstring const table = event.Value(L"timeTable", L"");
+        std::wstring const table = WideValue(event, L"timeTable");
         if (table.empty())
             ++always;
         else

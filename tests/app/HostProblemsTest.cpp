@@ -152,3 +152,23 @@ TEST_F(HostProblems, FilterBySeverityAndSort)
 }
 
 } // namespace
+
+namespace {
+
+// Another dialog deletes an event while the window is open: the save fills it again, so no
+// row points at an event that moved.
+TEST_F(HostProblems, TheOpenWindowFollowsChangesOfOtherDialogs)
+{
+    ScriptedAnswerer answers;
+    FaultyWindow faulty;
+    CheckProject(faulty.window);
+    ProblemsWindow* problems = faulty.window.Problems();
+    int const rows = problems->List()->model()->rowCount();
+    ModalScript modal(DeleteEventThen("Pump 1 fault"));
+    faulty.window.OnEventsList();
+    EXPECT_EQ(problems->List()->model()->rowCount(), rows - 1);
+    EXPECT_FALSE(SelectRow(problems->List(), "event \"Pump 1 fault\"", "condition, column 2"));
+    EXPECT_TRUE(SelectRow(problems->List(), "event \"Follows a renamed event\"", "condition, column 2"));
+}
+
+} // namespace
