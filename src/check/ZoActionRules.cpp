@@ -125,11 +125,11 @@ void CheckEventActions(Context& context, EventUnderCheck const& event)
 {
     int const moments = ZoMomentsToCheck(event.node);
     for (int list = 0; list < 2; ++list) {
-        XmlNode const* side = event.node.Child(kZoActionSides[list]);
+        XmlNode const* side = KeyChild(&event.node, context.eventsTags.sides[list]);
         if (!side)
             continue;
         for (int moment = 0; moment < moments; ++moment) {
-            XmlNode const* actions = side->Child(kZoActionMoments[moment]);
+            XmlNode const* actions = KeyChild(side, context.eventsTags.moments[moment]);
             int index = 0;
             for (XmlNode const* action = actions ? actions->FirstChild() : nullptr; action;
                  action = action->NextSibling())

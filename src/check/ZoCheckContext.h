@@ -71,11 +71,29 @@ struct EventUnderCheck {
     std::wstring id;
 };
 
-// "T" exactly, as the editor reads Booleans.
-inline bool IsTrue(XmlNode const& element, wchar_t const* key)
-{
-    return element.ValueUtf8(key) == "T";
-}
+// Tags interned in one document (XmlDocument::TagKey), so that loops over many elements
+// compare tags as pointers instead of looking each key up by its text.
+struct DocumentTags {
+    DocumentTags() = default;
+    explicit DocumentTags(XmlDocument const* document);
+    void const* id = nullptr;
+    void const* name = nullptr;
+    void const* type = nullptr;
+    void const* notify = nullptr;
+    void const* disabled = nullptr;
+    void const* condition = nullptr;
+    void const* timeTable = nullptr;
+    void const* arguments = nullptr;
+    void const* devices = nullptr;
+    void const* groups = nullptr;
+    void const* sides[2] = {};
+    void const* moments[4] = {};
+};
+
+// The text of the element's first child with that tag, empty when there is none.
+std::string_view KeyText(XmlNode const& element, void const* tag);
+// The element's first child with that tag, or null.
+XmlNode const* KeyChild(XmlNode const* element, void const* tag);
 
 // A key's text as wide text, converted without keeping it in the document (XmlNode::Value
 // would keep it there for the document's life).
@@ -114,6 +132,8 @@ struct ZoProjectChecker::Context {
     std::uint32_t eventsPosition = 0;                        // of `events` in the root
     XmlDocument::XmlNode const* eventsElement = nullptr;
     zo::check::EventKeyTags keyTags{};
+    zo::check::DocumentTags eventsTags;
+    zo::check::DocumentTags devicesTags;
     std::vector<ZoFinding>* out = nullptr;
 
     // A finding about the event, at the field.

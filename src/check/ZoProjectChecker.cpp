@@ -1,6 +1,7 @@
 #include "check/ZoCheckContext.h"
 
 #include "actions/ZoScreenReportNames.h"
+#include "editor/ZoEventFields.h"
 #include "platform/tools/ZoUtf.h"
 #include "project/ProjectFiles.h"
 
@@ -28,6 +29,43 @@ EventKeyTags EventKeyTagsOf(XmlDocument const& events)
     for (int key = 0; key < KeyCount; ++key)
         tags[key] = events.TagKey(kTags[key]);
     return tags;
+}
+
+DocumentTags::DocumentTags(XmlDocument const* document)
+{
+    if (!document)
+        return;
+    auto const tag = [document](wchar_t const* text) { return document->TagKey(text); };
+    id = tag(L"id");
+    name = tag(L"name");
+    type = tag(L"type");
+    notify = tag(L"notify");
+    disabled = tag(L"disabled");
+    condition = tag(L"condition");
+    timeTable = tag(L"timeTable");
+    arguments = tag(L"arguments");
+    devices = tag(L"devices");
+    groups = tag(L"groups");
+    for (int list = 0; list < 2; ++list)
+        sides[list] = tag(kZoActionSides[list]);
+    for (int moment = 0; moment < 4; ++moment)
+        moments[moment] = tag(kZoActionMoments[moment]);
+}
+
+std::string_view KeyText(XmlNode const& element, void const* tag)
+{
+    XmlNode const* child = KeyChild(&element, tag);
+    return child ? child->TextUtf8() : std::string_view();
+}
+
+XmlNode const* KeyChild(XmlNode const* element, void const* tag)
+{
+    if (!element || !tag)
+        return nullptr;
+    for (XmlNode const* child = element->FirstChild(); child; child = child->NextSibling())
+        if (child->TagKey() == tag)
+            return child;
+    return nullptr;
 }
 
 std::wstring WideValue(XmlNode const& element, std::wstring_view key)
@@ -60,24 +98,28 @@ EventUnderCheck::EventUnderCheck(XmlNode const& event, std::uint32_t position_, 
 
 namespace {
 
+}
+
 // Every device of the device groups element and of its nested groups, breadth first.
 template <class Visit>
-void ForEachRegisteredDevice(XmlNode const* deviceGroups, Visit const& visit)
+void ForEachRegisteredDevice(XmlNode const* deviceGroups, DocumentTags const& tags, Visit const& visit)
 {
     std::vector<XmlNode const*> pending{deviceGroups};
     for (std::size_t i = 0; i < pending.size(); ++i) {
         XmlNode const* group = pending[i];
         if (!group)
             continue;
-        if (XmlNode const* devices = group->Child(L"devices"))
+        if (XmlNode const* devices = KeyChild(group, tags.devices))
             for (XmlNode const* device = devices->FirstChild(); device; device = device->NextSibling())
                 if (device->HasTag(L"device"))
                     visit(*device);
-        if (XmlNode const* groups = group->Child(L"groups"))
+        if (XmlNode const* groups = KeyChild(group, tags.groups))
             for (XmlNode const* child = groups->FirstChild(); child; child = child->NextSibling())
                 pending.push_back(child);
     }
 }
+
+namespace {
 
 template <class Set, class Id>
 void InsertIds(Set& ids, XmlNode const* container, wchar_t const* tag, Id const& id)
@@ -116,8 +158,12 @@ ZoProjectChecker::Context::Context(ZoProjectDocs givenDocs, ZoCheckOptions optio
     }
     evaluator.SetCatalog(catalog);
     eventsElement = docs.events ? docs.events->Child(L"events") : nullptr;
-    if (docs.events)
+    if (docs.events) {
         keyTags = EventKeyTagsOf(*docs.events->Document());
+        eventsTags = DocumentTags(docs.events->Document());
+    }
+    if (docs.devices)
+        devicesTags = DocumentTags(docs.devices->Document());
     if (eventsElement)
         eventsPosition = PositionOf(*eventsElement);
     if (docs.events)
@@ -144,12 +190,12 @@ void ZoProjectChecker::Context::IndexNames()
         return;
     std::size_t bytes = 0;
     for (XmlNode const* event = eventsElement->FirstChild(); event; event = event->NextSibling())
-        bytes += event->ValueUtf8(L"name").size();
+        bytes += KeyText(*event, eventsTags.name).size();
     nameBlock.reserve(bytes); // never grows past this, so the views stay valid
     eventNames.reserve(static_cast<std::size_t>(eventsElement->Size()));
     nameAt.reserve(static_cast<std::size_t>(eventsElement->Size()));
     for (XmlNode const* event = eventsElement->FirstChild(); event; event = event->NextSibling()) {
-        std::string_view const name = event->HasTag(L"event") ? event->ValueUtf8(L"name") : std::string_view();
+        std::string_view const name = event->HasTag(L"event") ? KeyText(*event, eventsTags.name) : std::string_view();
         std::size_t const at = nameBlock.size();
         nameBlock.append(name);
         std::string_view const kept(nameBlock.data() + at, name.size());
@@ -165,9 +211,9 @@ void ZoProjectChecker::Context::IndexRegistrations()
     if (eventsElement)
         registrations.reserve(static_cast<std::size_t>(eventsElement->Size()));
     XmlNode const* deviceGroups = docs.devices ? docs.devices->Child(zo::project::kDeviceGroupsTag) : nullptr;
-    ForEachRegisteredDevice(deviceGroups, [this](XmlNode const& device) {
-        if (device.ValueUtf8(L"type") == zo::project::kEventDeviceTypeText)
-            ++registrations[device.ValueUtf8(L"id")].count;
+    ForEachRegisteredDevice(deviceGroups, devicesTags, [this](XmlNode const& device) {
+        if (KeyText(device, devicesTags.type) == zo::project::kEventDeviceTypeText)
+            ++registrations[KeyText(device, devicesTags.id)].count;
     });
 }
 

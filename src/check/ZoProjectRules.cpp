@@ -149,23 +149,24 @@ void ForEachChild(XmlNode const* container, wchar_t const* tag, Visit const& vis
 
 void CheckEventChildIds(Context& context)
 {
+    DocumentTags const& tags = context.eventsTags;
     std::size_t const events = context.eventsElement ? static_cast<std::size_t>(context.eventsElement->Size()) : 0;
     IdRegister arguments(context, ProjectDoc::Events, events);
     IdRegister actions(context, ProjectDoc::Events, events * 4);
     ForEachChild(context.eventsElement, L"event", [&](XmlNode const& event, std::uint32_t) {
         int number = 0;
-        ForEachChild(event.Child(L"arguments"), L"argument", [&](XmlNode const& argument, std::uint32_t) {
-            arguments.Enter(argument.ValueUtf8(L"id"),
+        ForEachChild(KeyChild(&event, tags.arguments), L"argument", [&](XmlNode const& argument, std::uint32_t) {
+            arguments.Enter(KeyText(argument, tags.id),
                             {&event, ZoCheckSubject::Event, ZoCheckField::Argument, -1, -1, ++number});
         });
         for (int list = 0; list < 2; ++list) {
-            XmlNode const* side = event.Child(kZoActionSides[list]);
+            XmlNode const* side = KeyChild(&event, tags.sides[list]);
             for (int moment = 0; side && moment < 4; ++moment) {
-                XmlNode const* actionsOfMoment = side->Child(kZoActionMoments[moment]);
+                XmlNode const* actionsOfMoment = KeyChild(side, tags.moments[moment]);
                 int index = 0;
                 for (XmlNode const* action = actionsOfMoment ? actionsOfMoment->FirstChild() : nullptr; action;
                      action = action->NextSibling())
-                    actions.Enter(action->ValueUtf8(L"id"),
+                    actions.Enter(KeyText(*action, tags.id),
                                   {&event, ZoCheckSubject::Event, ZoCheckField::Action, static_cast<std::int8_t>(list),
                                    static_cast<std::int8_t>(moment), ++index});
             }
@@ -275,7 +276,7 @@ void CheckDuplicateIds(Context& context)
         std::size_t const count = context.eventsElement ? static_cast<std::size_t>(context.eventsElement->Size()) : 0;
         IdRegister events(context, ProjectDoc::Events, count);
         ForEachChild(context.eventsElement, L"event", [&](XmlNode const& event, std::uint32_t) {
-            events.Enter(event.ValueUtf8(L"id"), {&event});
+            events.Enter(KeyText(event, context.eventsTags.id), {&event});
         });
     }
     CheckEventChildIds(context);
@@ -330,18 +331,18 @@ void CheckRegistrations(Context& context)
     // The events' pass marked every registration an event has.
     std::vector<XmlNode const*> pending{deviceGroups};
     for (std::size_t i = 0; i < pending.size(); ++i) {
-        if (XmlNode const* devices = pending[i]->Child(L"devices"))
+        if (XmlNode const* devices = KeyChild(pending[i], context.devicesTags.devices))
             ForEachChild(devices, L"device", [&](XmlNode const& device, std::uint32_t) {
-                if (device.ValueUtf8(L"type") != zo::project::kEventDeviceTypeText)
+                if (KeyText(device, context.devicesTags.type) != zo::project::kEventDeviceTypeText)
                     return;
-                auto const found = context.registrations.find(device.ValueUtf8(L"id"));
+                auto const found = context.registrations.find(KeyText(device, context.devicesTags.id));
                 if (found == context.registrations.end() || found->second.matched)
                     return;
                 std::wstring const id = WideValue(device, L"id");
                 context.AddAt(ProjectDoc::Devices, PathOf(device), ZoCheckSubject::Registration, id, id,
                               ZoSeverity::Error, "orphan-registration", ZoFormat(ZoLoadString(64536).c_str(), id.c_str()));
             });
-        if (XmlNode const* groups = pending[i]->Child(L"groups"))
+        if (XmlNode const* groups = KeyChild(pending[i], context.devicesTags.groups))
             for (XmlNode const* group = groups->FirstChild(); group; group = group->NextSibling())
                 pending.push_back(group);
     }
@@ -351,11 +352,12 @@ void CheckRegistrations(Context& context)
 // operator the same thing twice.
 void CheckLikelyDuplicates(Context& context)
 {
+    DocumentTags const& tags = context.eventsTags;
     std::unordered_map<std::wstring, std::wstring> firstByCondition;
     ForEachChild(context.eventsElement, L"event", [&](XmlNode const& event, std::uint32_t position) {
-        if (!IsTrue(event, L"notify"))
+        if (KeyText(event, tags.notify) != "T")
             return;
-        std::wstring const condition = WideValue(event, L"condition");
+        std::wstring const condition = ZoFromUtf8(KeyText(event, tags.condition));
         if (condition.empty())
             return;
         std::wstring name = WideValue(event, L"name");
@@ -375,12 +377,13 @@ void CheckLikelyDuplicates(Context& context)
 // whose table resolves to nothing never. One sweep over the periods of each table used.
 void CheckFloodBound(Context& context)
 {
+    DocumentTags const& tags = context.eventsTags;
     int always = 0;
     std::map<std::wstring, int> byTable;
     ForEachChild(context.eventsElement, L"event", [&](XmlNode const& event, std::uint32_t) {
-        if (!IsTrue(event, L"notify") || event.ValueUtf8(L"disabled") != "F")
+        if (KeyText(event, tags.notify) != "T" || KeyText(event, tags.disabled) != "F")
             return;
-        std::wstring const table = WideValue(event, L"timeTable");
+        std::wstring const table = ZoFromUtf8(KeyText(event, tags.timeTable));
         if (table.empty())
             ++always;
         else
