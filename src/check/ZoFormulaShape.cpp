@@ -8,27 +8,23 @@ namespace {
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-bool IsBlank(wchar_t c)
-{
-    return c == L' ' || c == L'\t' || c == L'\r' || c == L'\n';
-}
-
 // Whether the parentheses at both ends enclose the whole text.
-bool WrappedWhole(std::wstring_view text)
+template <class Char>
+bool WrappedWhole(std::basic_string_view<Char> text)
 {
     if (text.size() < 2 || text.front() != L'(' || text.back() != L')')
         return false;
     int depth = 0;
     bool inText = false;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        wchar_t const c = text[i];
-        if (c == L'"')
+        Char const c = text[i];
+        if (c == '"')
             inText = !inText;
         if (inText)
             continue;
-        if (c == L'(')
+        if (c == '(')
             ++depth;
-        else if (c == L')' && --depth == 0 && i + 1 < text.size())
+        else if (c == ')' && --depth == 0 && i + 1 < text.size())
             return false;
     }
     return true;
@@ -36,7 +32,7 @@ bool WrappedWhole(std::wstring_view text)
 
 std::wstring_view Unwrapped(std::wstring_view text)
 {
-    while (WrappedWhole(text))
+    while (WrappedWhole<wchar_t>(text))
         text = text.substr(1, text.size() - 2);
     return text;
 }
@@ -142,49 +138,71 @@ OperatorForms const& FormsOf(std::wstring_view op)
 
 } // namespace
 
-std::wstring ZoNormalisedFormula(std::wstring_view formula)
+namespace {
+
+// The normal form of either width of text: every step looks at ASCII characters only
+// (blanks, quotes, brackets, operators, letters), so UTF-8 text needs no conversion.
+template <class Char>
+std::basic_string<Char> Normalised(std::basic_string_view<Char> formula)
 {
-    std::wstring out;
+    auto const ascii = [](char const* text) {
+        std::basic_string<Char> out;
+        for (; *text; ++text)
+            out += static_cast<Char>(*text);
+        return out;
+    };
+    static std::basic_string<Char> const kAnd = ascii("AND"), kOr = ascii("OR"), kNot = ascii("NOT"),
+                                         kDiffers = ascii("<>");
+    std::basic_string<Char> out;
     out.reserve(formula.size());
     for (std::size_t i = 0; i < formula.size(); ++i) {
-        wchar_t const c = formula[i];
-        if (c == L'"' || c == L'[') {
+        Char const c = formula[i];
+        if (c == '"' || c == '[') {
             // Texts and variable references are kept as written.
-            wchar_t const close = c == L'"' ? L'"' : L']';
+            Char const close = c == '"' ? Char('"') : Char(']');
             std::size_t const end = formula.find(close, i + 1);
-            std::size_t const stop = end == std::wstring_view::npos ? formula.size() : end + 1;
+            std::size_t const stop = end == std::basic_string_view<Char>::npos ? formula.size() : end + 1;
             out.append(formula.substr(i, stop - i));
             i = stop - 1;
             continue;
         }
-        if (IsBlank(c))
+        if (c == ' ' || c == '\t' || c == '\r' || c == '\n')
             continue;
-        std::wstring_view const rest = formula.substr(i);
-        if (rest.starts_with(L"&&")) {
-            out += L" AND ";
+        Char const next = i + 1 < formula.size() ? formula[i + 1] : Char(0);
+        if (c == '&' && next == '&') {
+            out += kAnd;
             ++i;
-        } else if (rest.starts_with(L"||")) {
-            out += L" OR ";
+        } else if (c == '|' && next == '|') {
+            out += kOr;
             ++i;
-        } else if (rest.starts_with(L"==")) {
-            out += L'=';
+        } else if (c == '=' && next == '=') {
+            out += Char('=');
             ++i;
-        } else if (rest.starts_with(L"!=")) {
-            out += L"<>";
+        } else if (c == '!' && next == '=') {
+            out += kDiffers;
             ++i;
-        } else if (c == L'!') {
-            out += L" NOT ";
+        } else if (c == '!') {
+            out += kNot;
         } else {
-            out += static_cast<wchar_t>(std::towupper(static_cast<wint_t>(c)));
+            out += c >= 'a' && c <= 'z' ? static_cast<Char>(c - 'a' + 'A') : c;
         }
     }
-    // The spaces put around the symbolic operators go, so that "a&&b" and "a AND b" match.
-    std::wstring compact;
-    compact.reserve(out.size());
-    for (wchar_t c : out)
-        if (c != L' ')
-            compact += c;
-    return std::wstring(Unwrapped(compact));
+    std::basic_string_view<Char> whole = out;
+    while (whole.size() >= 2 && whole.front() == '(' && whole.back() == ')' && WrappedWhole(whole))
+        whole = whole.substr(1, whole.size() - 2);
+    return std::basic_string<Char>(whole);
+}
+
+} // namespace
+
+std::wstring ZoNormalisedFormula(std::wstring_view formula)
+{
+    return Normalised(formula);
+}
+
+std::string ZoNormalisedFormula(std::string_view formula)
+{
+    return Normalised(formula);
 }
 
 std::optional<ZoThreshold> ZoReadThreshold(std::wstring_view formula)

@@ -12,6 +12,8 @@
 // and "=", and outer parentheses around the whole dropped: two formulas that differ only
 // in that layout give the same text.
 std::wstring ZoNormalisedFormula(std::wstring_view formula);
+// The same on UTF-8 text (letters outside texts and references are ASCII in a formula).
+std::string ZoNormalisedFormula(std::string_view formula);
 
 // A comparison of one value with a number, "[PLC1.LEVEL] > 95" or "95 < [PLC1.LEVEL]"
 // (read the same way), with the set of values it holds for as an interval.

@@ -353,21 +353,21 @@ void CheckRegistrations(Context& context)
 void CheckLikelyDuplicates(Context& context)
 {
     DocumentTags const& tags = context.eventsTags;
-    std::unordered_map<std::wstring, std::wstring> firstByCondition;
+    std::unordered_map<std::string, XmlNode const*> firstByCondition;
     ForEachChild(context.eventsElement, L"event", [&](XmlNode const& event, std::uint32_t position) {
         if (KeyText(event, tags.notify) != "T")
             return;
-        std::wstring const condition = ZoFromUtf8(KeyText(event, tags.condition));
+        std::string_view const condition = KeyText(event, tags.condition);
         if (condition.empty())
             return;
-        std::wstring name = WideValue(event, L"name");
-        auto const [first, inserted] = firstByCondition.try_emplace(ZoNormalisedFormula(condition), name);
+        auto const [first, inserted] = firstByCondition.try_emplace(ZoNormalisedFormula(condition), &event);
         if (inserted)
             return;
+        std::wstring const other = ZoFromUtf8(KeyText(*first->second, tags.name));
         ZoFinding& finding = context.AddAt(ProjectDoc::Events, {context.eventsPosition, position},
-                                           ZoCheckSubject::Event, std::move(name), WideValue(event, L"id"),
-                                           ZoSeverity::Warning, "likely-duplicate",
-                                           ZoFormat(ZoLoadString(64551).c_str(), first->second.c_str()));
+                                           ZoCheckSubject::Event, ZoFromUtf8(KeyText(event, tags.name)),
+                                           ZoFromUtf8(KeyText(event, tags.id)), ZoSeverity::Warning,
+                                           "likely-duplicate", ZoFormat(ZoLoadString(64551).c_str(), other.c_str()));
         finding.field = ZoCheckField::Condition;
     });
 }
