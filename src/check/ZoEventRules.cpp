@@ -29,7 +29,8 @@ std::string_view FormulaRule(int code, std::wstring_view detail, ZoEvaluator con
         std::wstring const& expr = evaluator.Expr();
         int const position = evaluator.ErrorPosition();
         // The position is that of the device's name.
-        if (position > 0 && expr.compare(position - 1, 6, L"R$EVE_") == 0)
+        if (position > 0 && static_cast<std::size_t>(position) <= expr.size()
+            && expr.compare(position - 1, 6, L"R$EVE_") == 0)
             return "unknown-event";
         return "unknown-device";
     }
@@ -78,7 +79,10 @@ bool CheckFormula(Context& context, EventUnderCheck const& event, ZoCheckField f
             finding.column = evaluator.ErrorPosition();
         return false;
     }
-    if (evaluator.ErrorCode() == kZoFormulaMarked && !evaluator.Expr().empty()) {
+    // "1" and "0" pass without the evaluator (which then still holds the last formula).
+    if (double constant = 0; role != ZoFormulaRole::Argument && ZoIsLogicalConstant(text, constant))
+        return true;
+    if (evaluator.ErrorCode() == kZoFormulaMarked) {
         ZoFinding& finding = context.Add(event, ZoSeverity::Warning, "marked-comparison", field,
                                          evaluator.ErrorMsg(kZoFormulaMarked));
         finding.index = index;
@@ -158,7 +162,8 @@ void CheckConditions(Context& context, EventUnderCheck const& event)
         context.Add(event, ZoSeverity::Error, "no-condition", ZoCheckField::Condition, Text(64531));
     } else if (CheckFormula(context, event, ZoCheckField::Condition, 0, condition, ZoFormulaRole::Condition)) {
         std::vector<ZoBasicString<wchar_t>> variables;
-        context.evaluator.GetDeviceVariables(variables);
+        if (double constant = 0; !ZoIsLogicalConstant(condition, constant))
+            context.evaluator.GetDeviceVariables(variables);
         std::wstring const analog = AnalogVariable(context, variables);
         if (double value = 0; IsConstant(context.evaluator, condition, !variables.empty(), value))
             context.Add(event, ZoSeverity::Warning, "constant-condition", ZoCheckField::Condition,

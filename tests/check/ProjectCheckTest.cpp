@@ -39,6 +39,20 @@ TEST_F(CheckProject, AnActionFindingNamesItsListMomentAndPosition)
     EXPECT_EQ(Utf8(ZoFieldText(findings.front())), "Client actions, Deactivation, action 2");
 }
 
+// "1" passes without the evaluator, which still holds the formula checked before it.
+TEST_F(CheckProject, AConstantAfterAMarkedFormulaIsNotMarked)
+{
+    std::vector<ZoFinding> const findings =
+        Check(Event("{E1}", "Exact", "<condition>[PLC1.LEVEL] = 50</condition><conditionStop>[PLC1.LEVEL] &lt; 40"
+                                     "</conditionStop>") +
+              Event("{E2}", "Always", "<condition>1</condition>"));
+    std::vector<std::string> rules;
+    for (ZoFinding const& finding : findings)
+        if (finding.severity != ZoSeverity::Note)
+            rules.push_back(Utf8(finding.name) + ": " + std::string(finding.rule));
+    EXPECT_EQ(rules, (std::vector<std::string>{"Exact: marked-comparison", "Always: constant-condition"}));
+}
+
 TEST(CheckLines, TheLineOfEachElementAFindingIsAbout)
 {
     std::string const text = "<?xml version=\"1.0\"?>\n<root>\n  <events>\n    <event>\n      <name>A</name>\n"
