@@ -228,6 +228,24 @@ void ZoEDlgEventsCfg::OnAdd()
     SelectEvent(name);
 }
 
+namespace {
+
+// The element of a fresh copy of `container` that stands where `child` stands in it: the
+// copy holds the same children in the same order, so both are walked side by side, with no
+// name read.
+XmlNode* CopyOfChild(XmlNode& container, XmlNode& copy, XmlNode const* child)
+{
+    XmlNode* copied = copy.FirstChild();
+    for (XmlNode const* live = container.FirstChild(); live && copied; live = live->NextSibling()) {
+        if (live == child)
+            return copied;
+        copied = copied->NextSibling();
+    }
+    return nullptr;
+}
+
+} // namespace
+
 void ZoEDlgEventsCfg::OnModify()
 {
     std::vector<int> const rows = SelectedRows();
@@ -237,8 +255,7 @@ void ZoEDlgEventsCfg::OnModify()
     if (!events)
         return;
     XmlDocument copy(*events);
-    std::wstring const name = m_model->NameAt(rows.front());
-    XmlNode* event = copy.Root()->NodeV(L"/event?name=%s?", name.c_str());
+    XmlNode* event = CopyOfChild(*events, *copy.Root(), m_model->EventAt(rows.front()));
     if (!event || !RunEventEditor(event, copy.Root()))
         return;
 
@@ -269,6 +286,7 @@ void ZoEDlgEventsCfg::OnDelete()
     int const firstRow = rows.front();
 
     m_model->Clear();
+    m_model->ForgetEvents({doomed.begin(), doomed.end()});
     RemoveEventsFromDeviceGroupsNode(m_deviceGroups, ids);
     for (XmlNode* event : doomed)
         event->Parent()->RemoveChild(event);

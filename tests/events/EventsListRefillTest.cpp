@@ -27,6 +27,7 @@ std::string Rows(EventsListModel const& model)
 
 std::string FreshRows(XmlDocument* doc, XmlDocument const* tables, int sortColumn)
 {
+    EventsListModel::DropKept();
     EventsListModel fresh(doc, tables);
     fresh.UpdateList();
     if (sortColumn != 0)
@@ -114,4 +115,43 @@ TEST(EventsListRefill, LongNamesSortByTheirWholeText)
     for (int row = 0; row < model.rowCount(); ++row)
         names += std::to_string(model.PositionAt(row)) + " ";
     EXPECT_EQ(names, "2 5 3 4 1 0 ");
+}
+
+// A list that closes keeps its rows for the next list of the same documents, which reads
+// again only what changed in between; rows kept while another list filled are not used.
+// Rows forgotten before their events go leave nothing to read again.
+TEST(EventsListRefill, TheNextListStartsFromTheRowsTheLastOneKept)
+{
+    XmlDocument doc;
+    std::string events = "<cfg><events>";
+    for (int i = 0; i < 50; ++i)
+        events += Event("Event " + std::to_string(i), i % 2 ? "<notify>T</notify>" : "");
+    Load(doc, events + "</events><eventsGroups/></cfg>");
+    XmlNode* live = doc.Node(L"events");
+    auto nth = [&](int n) { return live->NodeV(L"event?name=Event %d?", n); };
+    {
+        EventsListModel first(&doc, nullptr);
+        first.UpdateList();
+    }
+    nth(7)->SetValue(L"name", L"AAA renamed");
+    nth(8)->SetValue(L"notify", L"T");
+    {
+        EventsListModel second(&doc, nullptr);
+        second.UpdateList();
+        EXPECT_EQ(Rows(second), FreshRows(&doc, nullptr, 0)) << "kept, a rename since";
+        // The fresh list filled after this one: what this one keeps is not used.
+    }
+    live->RemoveChild(nth(9));
+    {
+        EventsListModel third(&doc, nullptr);
+        third.UpdateList();
+        EXPECT_EQ(Rows(third), FreshRows(&doc, nullptr, 0)) << "a removal since";
+        third.Clear();
+        third.ForgetEvents({nth(10), nth(30)});
+        live->RemoveChild(nth(10));
+        live->RemoveChild(nth(30));
+        nth(11)->SetValue(L"name", L"zzz last");
+        third.UpdateList();
+        EXPECT_EQ(Rows(third), FreshRows(&doc, nullptr, 0)) << "forgotten, then removed";
+    }
 }
