@@ -10,7 +10,9 @@ void Tree::UndoJournal(XmlDocument& doc)
     if (!links || !links->journaling)
         return;
     DetachBorrowers(doc, nullptr);
-    links->notesLost = true; // undoing changes what the notes cannot tell
+    // Undoing changes what the notes cannot tell; an empty journal changes nothing.
+    if (!links->journal.empty())
+        links->notesLost = true;
     Storage& storage = *doc.m_storage;
     auto& journal = links->journal;
     // Backwards, each record sees the tree exactly as it was right after its change.
