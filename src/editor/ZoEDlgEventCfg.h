@@ -4,8 +4,10 @@
 #include "platform/ui/ZoModal.h"
 #include "platform/ui/ZoMnemonics.h"
 
+#include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 
 class QCheckBox;
 class QComboBox;
@@ -58,6 +60,10 @@ public:
     bool m_skipCheck = false;  // handed to the action panes; with a focus code relabels OK (text 34893)
     bool m_keep = false;       // handed to the action panes
     int m_presetIndex = -1;    // handed to the action panes
+    // Set by a caller that knows the names of the other events: false when no other event
+    // can bear this name (not even with other case), so that the name check need not read
+    // every event. Without it, every event is read.
+    std::function<bool(std::wstring_view name)> m_mayClash;
 
     // Tabs, in order.
     enum Tab { TabGeneral = 0, TabAdvanced = 1, TabActions = 2, TabClientActions = 3 };

@@ -624,6 +624,13 @@ int EventsListModel::FindName(std::wstring_view name) const
     return -1;
 }
 
+int EventsListModel::CountName(std::wstring_view name) const
+{
+    std::string const folded = FoldedName(name);
+    auto const [from, to] = std::equal_range(m_byName.begin(), m_byName.end(), folded, NameLess{this});
+    return int(to - from);
+}
+
 EventNameSet EventsListModel::NameSet() const
 {
     // The rows are already sorted by folded name: the set searches them where they are.

@@ -70,6 +70,8 @@ public:
     std::wstring NameAt(int row) const;
     // The row whose name equals this one without regard to case, or -1.
     int FindName(std::wstring_view name) const;
+    // How many rows bear this name without regard to case.
+    int CountName(std::wstring_view name) const;
     // The names of all rows, for making pasted names unique; it refers to the rows, so it
     // serves until the next fill.
     EventNameSet NameSet() const;

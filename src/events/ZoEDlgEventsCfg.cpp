@@ -193,11 +193,17 @@ void ZoEDlgEventsCfg::SelectEvent(XmlNode const* event)
         SelectEvent(event->Value(L"name", L""));
 }
 
-bool ZoEDlgEventsCfg::RunEventEditor(XmlNode* event, XmlNode* copyRoot)
+bool ZoEDlgEventsCfg::RunEventEditor(XmlNode* event, XmlNode* copyRoot, std::wstring const& storedName)
 {
     XmlNode const* groups = m_eventsCfg->Root() ? m_eventsCfg->Root()->Child(L"eventsGroups") : nullptr;
     XmlNode const* timeTablesRoot = m_timeTables ? m_timeTables->Root() : nullptr;
     ZoEDlgEventCfg editor(this, event, copyRoot, groups, timeTablesRoot, m_users);
+    // The rows hold every other event's name: only a name that one of them bears without
+    // regard to case sends the editor through all the events.
+    editor.m_mayClash = [this, stored = FoldedName(storedName)](std::wstring_view name) {
+        int const alike = m_model->CountName(name);
+        return alike > (FoldedName(name) == stored && !stored.empty() ? 1 : 0);
+    };
     return editor.DoModal() == QDialog::Accepted;
 }
 
@@ -214,7 +220,7 @@ void ZoEDlgEventsCfg::OnAdd()
         copy->Create(L"events");
     XmlNode* event = copy->Root()->NewChild(L"event");
     event->SetValue(L"id", ZoNewGuidText());
-    if (!RunEventEditor(event, copy->Root()))
+    if (!RunEventEditor(event, copy->Root(), std::wstring()))
         return;
 
     AddEventToDeviceGroupsNode(m_deviceGroups, *event);
@@ -256,7 +262,7 @@ void ZoEDlgEventsCfg::OnModify()
         return;
     XmlDocument copy(*events);
     XmlNode* event = CopyOfChild(*events, *copy.Root(), m_model->EventAt(rows.front()));
-    if (!event || !RunEventEditor(event, copy.Root()))
+    if (!event || !RunEventEditor(event, copy.Root(), m_model->NameAt(rows.front())))
         return;
 
     // The device groups refer to the event by its id, which the editor never changes: a
