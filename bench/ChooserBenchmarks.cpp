@@ -271,6 +271,13 @@ void BM_EventChooserOpen(benchmark::State& state)
     text.shrink_to_fit();
     pugi::xml_node const pugiEvents = pugi.child(zo::docgen::kEventsRootTag).child("events");
 
+    // Qt's own first-time work (style, fonts, images) is done once before, as in the host,
+    // whose window is up when the chooser opens.
+    {
+        XmlDocument few;
+        few.Parse("<events><event><name>A</name></event></events>");
+        ShownChooser warmUp(few.Root());
+    }
     double ownMs = 0;
     double floorMs = 0;
     int rows = 0;
@@ -343,6 +350,6 @@ BENCHMARK(BM_DeviceFilter)->Arg(5000)->Unit(benchmark::kMillisecond)->Iterations
 BENCHMARK(BM_DeviceFilterTyping)->Arg(5000)->Unit(benchmark::kMillisecond)->Iterations(5);
 BENCHMARK(BM_DeviceTreeOpen)->Arg(5000)->Unit(benchmark::kMillisecond)->Iterations(5);
 BENCHMARK(BM_FormulaWizardOpen)->Arg(5000)->Unit(benchmark::kMillisecond)->Iterations(5);
-BENCHMARK(BM_EventChooserOpen)->Arg(kEvents)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_EventChooserOpen)->Arg(kEvents)->Unit(benchmark::kMillisecond)->Iterations(5);
 BENCHMARK(BM_EventChooserFilter)->Arg(kEvents)->Unit(benchmark::kMillisecond)->Iterations(10);
 BENCHMARK(BM_EventChooserClearFilter)->Arg(kEvents)->Unit(benchmark::kMillisecond)->Iterations(3);
