@@ -1,5 +1,6 @@
 #include "EventChoiceModel.h"
 
+#include "config/XmlKeys.h"
 #include "platform/tools/ZoKeyOrder.h"
 #include "platform/tools/ZoTexts.h"
 
@@ -28,24 +29,22 @@ void EventChoiceModel::Fill(XmlNode const* events)
     m_needle.clear();
     m_descriptionTag = nullptr;
     m_disabledTag = nullptr;
-    if (XmlNode const* first = events ? events->FirstChild() : nullptr) {
+    if (events) {
         // Tags are compared as the document interns them (see XmlDocument::TagKey).
+        events->FirstChild(); // a working copy's element interns its children's tags here
         XmlDocument const& document = *events->Document();
-        void const* const eventTag = document.TagKey(L"event");
-        void const* const nameTag = document.TagKey(L"name");
         m_descriptionTag = document.TagKey(L"description");
         m_disabledTag = document.TagKey(L"disabled");
         m_rows.reserve(static_cast<std::size_t>(events->Size()));
         m_nameKey.reserve(static_cast<std::size_t>(events->Size()));
-        for (XmlNode const* event = first; event; event = event->NextSibling()) {
-            if (!eventTag || event->TagKey() != eventTag)
-                continue;
-            std::string_view const name = KeyText(event, nameTag);
-            m_rows.push_back({event, name});
-            auto const offset = static_cast<std::uint32_t>(m_nameKeys.size());
-            ZoAppendCaseFoldedKey(m_nameKeys, name);
-            m_nameKey.push_back({offset, static_cast<std::uint32_t>(m_nameKeys.size() - offset)});
-        }
+        m_nameKeys.reserve(static_cast<std::size_t>(events->Size()) * 32);
+        zo::xml::ForEachKeyText(*events, document.TagKey(L"event"), document.TagKey(L"name"),
+                                [this](XmlNode const& event, std::string_view name) {
+                                    m_rows.push_back({&event, name});
+                                    auto const offset = static_cast<std::uint32_t>(m_nameKeys.size());
+                                    ZoAppendCaseFoldedKey(m_nameKeys, name);
+                                    m_nameKey.push_back({offset, static_cast<std::uint32_t>(m_nameKeys.size() - offset)});
+                                });
     }
     m_sorted = ZoOrderByKeys(m_rows.size(), [this](std::size_t row) { return Key(m_nameKeys, m_nameKey[row]); });
     m_sortColumn = 0;
@@ -59,15 +58,7 @@ std::string_view EventChoiceModel::Key(std::string const& keys, KeySpan span) co
     return std::string_view(keys).substr(span.offset, span.length);
 }
 
-std::string_view EventChoiceModel::KeyText(XmlNode const* event, void const* tag)
-{
-    if (!tag)
-        return {};
-    for (XmlNode const* key = event->FirstChild(); key; key = key->NextSibling())
-        if (key->TagKey() == tag)
-            return key->TextUtf8();
-    return {};
-}
+
 
 void EventChoiceModel::FoldDescriptions()
 {
@@ -78,7 +69,7 @@ void EventChoiceModel::FoldDescriptions()
     m_descriptionKey.reserve(m_rows.size());
     for (Row const& row : m_rows) {
         auto const offset = static_cast<std::uint32_t>(m_descriptionKeys.size());
-        ZoAppendCaseFoldedKey(m_descriptionKeys, KeyText(row.event, m_descriptionTag));
+        ZoAppendCaseFoldedKey(m_descriptionKeys, zo::xml::TextOf(*row.event, m_descriptionTag));
         m_descriptionKey.push_back({offset, static_cast<std::uint32_t>(m_descriptionKeys.size() - offset)});
     }
 }
@@ -197,10 +188,10 @@ QVariant EventChoiceModel::data(QModelIndex const& index, int role) const
         return {};
     Row const& row = m_rows[m_shown[static_cast<std::size_t>(index.row())]];
     if (role == Qt::DisplayRole || role == Qt::ToolTipRole) {
-        std::string_view const text = index.column() == 0 ? row.name : KeyText(row.event, m_descriptionTag);
+        std::string_view const text = index.column() == 0 ? row.name : zo::xml::TextOf(*row.event, m_descriptionTag);
         return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
     }
-    if (role == Qt::ForegroundRole && KeyText(row.event, m_disabledTag) == "T")
+    if (role == Qt::ForegroundRole && zo::xml::TextOf(*row.event, m_disabledTag) == "T")
         return QApplication::palette().brush(QPalette::Disabled, QPalette::Text);
     return {};
 }

@@ -53,8 +53,6 @@ private:
         std::uint32_t length = 0;
     };
     std::string_view Key(std::string const& keys, KeySpan span) const;
-    // The text of the event's first key with this tag (interned), else empty.
-    static std::string_view KeyText(XmlDocument::XmlNode const* event, void const* tag);
     void FoldDescriptions();
     void ApplyFilter(bool narrowing);
 
