@@ -137,6 +137,13 @@ void EventsListModel::Clear()
     endResetModel();
 }
 
+void EventsListModel::KeepRowsOverUnshownChanges()
+{
+    std::vector<XmlNode const*> changed;
+    if (m_eventsCfg && m_filledEvents)
+        m_eventsCfg->TakeChangedChildren(m_filledEvents, changed);
+}
+
 void EventsListModel::ClickColumn(int column)
 {
     if (column < 0 || column >= ColumnCount)

@@ -56,6 +56,11 @@ public:
     // Before these events are removed from the tree (they must still be in it): their rows
     // go, so that the fill after the removal reads nothing again. Call Clear() first.
     void ForgetEvents(std::vector<XmlDocument::XmlNode const*> const& events);
+    // After changes made since the last fill that reached only keys the rows do not show (a
+    // replace all writes the actions' keys and the events' conditions, delays and
+    // annotations): the rows stay as they are, and the document's notes of those changes are
+    // dropped, so that the next fill does not read those events again.
+    void KeepRowsOverUnshownChanges();
     // A click on a column heading: the same column again toggles ascending/descending
     // (first click ascending, second descending, third ascending again); another column
     // starts ascending. Sorts the rows once: the tree has not changed since the last fill,

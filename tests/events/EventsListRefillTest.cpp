@@ -101,6 +101,34 @@ TEST(EventsListRefill, EveryChangeShowsAsAFullFillWould)
     EXPECT_EQ(Rows(model), FreshRows(&doc, &tables, 2));
 }
 
+// A replace all changes keys the rows do not show in every event: the rows are kept as they
+// are, and a later change is read again alone, as a full fill would show it.
+TEST(EventsListRefill, RowsKeptOverChangesTheyDoNotShow)
+{
+    XmlDocument doc;
+    std::string events = "<cfg><events>";
+    for (int i = 0; i < 300; ++i)
+        events += Event("Event " + std::to_string(i), "<condition>[PLC.T" + std::to_string(i) + "] &gt; 1</condition>");
+    Load(doc, events + "</events></cfg>");
+    XmlNode* live = doc.Node(L"events");
+    EventsListModel model(&doc, nullptr);
+    QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    model.UpdateList();
+    std::string const before = Rows(model);
+
+    for (XmlNode* event = live->FirstChild(); event; event = event->NextSibling())
+        event->SetValue(L"condition", L"[CTL.T1] > 1");
+    model.KeepRowsOverUnshownChanges();
+    EXPECT_EQ(Rows(model), before);
+    EXPECT_EQ(Rows(model), FreshRows(&doc, nullptr, 0));
+
+    model.Clear();
+    live->NodeV(L"event?name=Event 17?")->SetValue(L"name", L"AAA first");
+    live->NodeV(L"event?name=Event 18?")->SetValue(L"disabled", L"T");
+    model.UpdateList();
+    EXPECT_EQ(Rows(model), FreshRows(&doc, nullptr, 0));
+}
+
 // Names alike for their first 40 bytes and more are still ordered by their whole text,
 // without regard to case, and equal names keep their order in the document.
 TEST(EventsListRefill, LongNamesSortByTheirWholeText)
