@@ -2,6 +2,7 @@
 
 #include "ProjectFileReader.h"
 #include "ProjectFolder.h"
+#include "config/XmlKeys.h"
 #include "config/XmlScanner.h"
 
 #include <QDir>
@@ -26,15 +27,6 @@ int CountChildren(XmlNode const* parent, wchar_t const* tag)
     return count;
 }
 
-// The text of the element's first property of that tag (empty when it has none).
-std::string_view FirstValue(XmlNode const* element, void const* key)
-{
-    for (XmlNode const* child = element->FirstChild(); child; child = child->NextSibling()) {
-        if (child->TagKey() == key)
-            return child->TextUtf8();
-    }
-    return {};
-}
 
 int CountChildren(XmlNode const* parent, wchar_t const* container, wchar_t const* tag)
 {
@@ -57,7 +49,7 @@ int CountEventDevices(XmlNode const* deviceGroups)
         pending.pop_front();
         if (XmlNode const* devices = group->Child(L"devices")) {
             for (XmlNode const* device = devices->FirstChild(); device; device = device->NextSibling()) {
-                if (device->TagKey() == deviceKey && FirstValue(device, typeKey) == kEventDeviceTypeText)
+                if (device->TagKey() == deviceKey && zo::xml::TextOf(*device, typeKey) == kEventDeviceTypeText)
                     ++count;
             }
         }

@@ -1,4 +1,5 @@
 #include "events/DeviceRegistration.h"
+#include "config/XmlKeys.h"
 #include "platform/tools/ZoUtf.h"
 #include <deque>
 #include <string_view>
@@ -42,16 +43,6 @@ private:
     std::vector<std::string> m_few;
 };
 
-// The first child of element with that interned tag, or null.
-XmlNode const* FirstWithTag(XmlNode const* element, void const* tag)
-{
-    for (XmlNode const* child = element->FirstChild(); child; child = child->NextSibling()) {
-        if (child->TagKey() == tag)
-            return child;
-    }
-    return nullptr;
-}
-
 // Removes, from the first `devices` child of group, every `device` whose id is in ids.
 // One pass over the devices gives what repeating "find device?id=...?, remove it" until
 // nothing is found gives, without rescanning the list for every duplicate. Tags are
@@ -70,7 +61,7 @@ void RemoveMatchingDevices(XmlNode* group, IdSet const& ids)
     while (child) {
         XmlNode* next = child->NextSibling();
         if (child->TagKey() == deviceTag) {
-            XmlNode const* id = FirstWithTag(child, idTag);
+            XmlNode const* id = zo::xml::ChildByKey(*child, idTag);
             if (id && ids.Contains(id->TextUtf8()))
                 devices->RemoveChild(child);
         }

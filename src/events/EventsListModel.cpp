@@ -1,4 +1,5 @@
 #include "events/EventsListModel.h"
+#include "config/XmlKeys.h"
 #include "platform/tools/ZoTexts.h"
 #include "platform/tools/ZoUtf.h"
 #include "platform/ui/ZoIcons.h"
@@ -197,16 +198,16 @@ EventsListModel::Keys EventsListModel::KeyTags() const
 
 void EventsListModel::ReadRow(XmlNode* event, void const* nameTag, Row& row)
 {
+    SetRow(event, zo::xml::TextOf(*event, nameTag), row);
+}
+
+void EventsListModel::SetRow(XmlNode* event, std::string_view name, Row& row)
+{
     row = Row{};
     row.event = event;
-    for (XmlNode const* key = event->FirstChild(); key; key = key->NextSibling()) {
-        if (key->TagKey() == nameTag) {
-            row.name = key->TextUtf8();
-            break;
-        }
-    }
+    row.name = name;
     row.keyOffset = std::uint32_t(m_foldedNames.size());
-    AppendFoldedName(m_foldedNames, row.name);
+    AppendFoldedName(m_foldedNames, name);
     row.keyLength = std::uint32_t(m_foldedNames.size() - row.keyOffset);
 }
 
@@ -256,34 +257,13 @@ void EventsListModel::FillRows(XmlNode* events)
         return;
     m_rows.reserve(std::size_t(events->Size()));
     m_foldedNames.reserve(std::size_t(events->Size()) * 16);
-    // The parser laid the events and their keys out in document order, but one event's
-    // keys lie far from the next one's, and its name's text farther: the keys of the event
-    // eight ahead and the name of the one four ahead are fetched while this one is read.
-    XmlNode const* ahead4 = events->FirstChild();
-    for (int i = 0; i < 4 && ahead4; ++i)
-        ahead4 = ahead4->NextSibling();
-    XmlNode const* ahead8 = ahead4;
-    for (int i = 0; i < 4 && ahead8; ++i)
-        ahead8 = ahead8->NextSibling();
-    for (XmlNode* event = events->FirstChild(); event; event = event->NextSibling()) {
-        if (ahead8) {
-            __builtin_prefetch(ahead8->FirstChild());
-            ahead8 = ahead8->NextSibling();
-        }
-        if (ahead4) {
-            for (XmlNode const* key = ahead4->FirstChild(); key; key = key->NextSibling()) {
-                if (key->TagKey() == keys.name) {
-                    __builtin_prefetch(key->TextUtf8().data());
-                    break;
-                }
-            }
-            ahead4 = ahead4->NextSibling();
-        }
-        if (event->TagKey() != keys.event)
-            continue;
-        ReadRow(event, keys.name, m_rows.emplace_back());
-    }
+    // The walk fetches the keys and names of the events ahead while it reads one.
+    // (The events are the document's own, handed out as the rows' elements.)
+    zo::xml::ForEachKeyText(*events, keys.event, keys.name, [this](XmlNode const& event, std::string_view name) {
+        SetRow(const_cast<XmlNode*>(&event), name, m_rows.emplace_back());
+    });
 }
+
 
 int EventsListModel::RowOfEvent(XmlNode const* event) const
 {

@@ -138,6 +138,7 @@ private:
     bool FillTimeTables();
     Keys KeyTags() const;
     void ReadRow(XmlDocument::XmlNode* event, void const* nameTag, Row& row);
+    void SetRow(XmlDocument::XmlNode* event, std::string_view name, Row& row);
     // The row with its other columns read.
     Row const& ReadColumns(Row const& row) const;
     void FillRows(XmlDocument::XmlNode* events);
