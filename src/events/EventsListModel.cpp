@@ -103,7 +103,6 @@ void EventsListModel::DropKept()
 void EventsListModel::UpdateList()
 {
     m_fill = ++FillCount();
-    beginResetModel();
     XmlNode* root = m_eventsCfg ? m_eventsCfg->Root() : nullptr;
     XmlNode* events = root ? root->Child(L"events") : nullptr;
     std::vector<XmlNode const*> changed;
@@ -113,20 +112,40 @@ void EventsListModel::UpdateList()
     // document notes them. The rows then are exactly those of a full fill.
     bool const incremental = sameTables && events && events == m_filledEvents && !m_rows.empty()
         && m_eventsCfg->TakeChangedChildren(events, changed);
-    Refill refill;
-    if (incremental && UpdateInPlace(events, changed)) {
-        // Only the noted rows were read again; every other row kept its place.
-    } else if (incremental && RefillChanged(events, changed, refill)) {
-        MergeChangedIntoOrder(refill);
+    std::vector<std::uint32_t> updated;
+    bool orderKept = false;
+    if (incremental && UpdateInPlace(events, changed, updated, orderKept)) {
+        // Rows read again in their places, in a list sorted by name that still shows every
+        // row: the view hears of those rows alone, and keeps its layout of all the others.
+        if (orderKept && m_sortColumn == NameColumn && m_order.size() == m_rows.size()) {
+            FinishFill(events);
+            for (std::uint32_t const index : updated) {
+                int const row = int(std::find(m_order.begin(), m_order.end(), index) - m_order.begin());
+                emit dataChanged(this->index(row, 0), this->index(row, ColumnCount - 1));
+            }
+            return;
+        }
+        beginResetModel();
     } else {
-        FillRows(events);
-        SortByName();
+        beginResetModel();
+        Refill refill;
+        if (incremental && RefillChanged(events, changed, refill)) {
+            MergeChangedIntoOrder(refill);
+        } else {
+            FillRows(events);
+            SortByName();
+        }
     }
+    FinishFill(events);
+    SortRows();
+    endResetModel();
+}
+
+void EventsListModel::FinishFill(XmlNode* events)
+{
     m_filledEvents = events;
     if (events)
         m_eventsCfg->NoteChangesBelow(events);
-    SortRows();
-    endResetModel();
 }
 
 void EventsListModel::Clear()
@@ -274,8 +293,11 @@ int EventsListModel::RowOfEvent(XmlNode const* event) const
     return -1;
 }
 
-bool EventsListModel::UpdateInPlace(XmlNode* events, std::vector<XmlNode const*> changed)
+bool EventsListModel::UpdateInPlace(XmlNode* events, std::vector<XmlNode const*> changed,
+                                    std::vector<std::uint32_t>& updated, bool& orderKept)
 {
+    updated.clear();
+    orderKept = true;
     // The events are still the rows' events, in the same order, when there are as many as
     // rows, each event noted is one of them, and stands between the same neighbours.
     constexpr std::size_t kMaxInPlace = 64; // past that, one refill is as quick
@@ -303,16 +325,20 @@ bool EventsListModel::UpdateInPlace(XmlNode* events, std::vector<XmlNode const*>
         if (before != event || event->NextSibling() != after)
             return false;
     }
+    auto less = [this](std::uint32_t a, std::uint32_t b) {
+        if (int const order = NameKey(m_rows[a]).compare(NameKey(m_rows[b])))
+            return order < 0;
+        return a < b;
+    };
     for (std::uint32_t const index : rows) {
-        m_byName.erase(std::find(m_byName.begin(), m_byName.end(), index));
+        auto const was = std::find(m_byName.begin(), m_byName.end(), index);
+        std::ptrdiff_t const place = was - m_byName.begin();
+        m_byName.erase(was);
         m_foldedGarbage += m_rows[index].keyLength;
         ReadRow(m_rows[index].event, m_keys.name, m_rows[index]);
-        auto less = [this](std::uint32_t a, std::uint32_t b) {
-            if (int const order = NameKey(m_rows[a]).compare(NameKey(m_rows[b])))
-                return order < 0;
-            return a < b;
-        };
-        m_byName.insert(std::lower_bound(m_byName.begin(), m_byName.end(), index, less), index);
+        auto const to = m_byName.insert(std::lower_bound(m_byName.begin(), m_byName.end(), index, less), index);
+        orderKept = orderKept && to - m_byName.begin() == place;
+        updated.push_back(index);
     }
     if (m_foldedGarbage > m_foldedNames.size() / 2)
         CompactFoldedNames();

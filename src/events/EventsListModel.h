@@ -153,7 +153,11 @@ private:
     // After a change that kept every event in its place (an edit of a few events): reads
     // the noted rows again and moves them in the name order; false when the change was
     // of another kind (the rows are then as they were, for a refill).
-    bool UpdateInPlace(XmlDocument::XmlNode* events, std::vector<XmlDocument::XmlNode const*> changed);
+    // updated: the rows read again; orderKept: each stayed at its place in the name order.
+    bool UpdateInPlace(XmlDocument::XmlNode* events, std::vector<XmlDocument::XmlNode const*> changed,
+                       std::vector<std::uint32_t>& updated, bool& orderKept);
+    // What every fill ends with: the events read, and their changes noted from now on.
+    void FinishFill(XmlDocument::XmlNode* events);
     int RowOfEvent(XmlDocument::XmlNode const* event) const;
     void CompactFoldedNames();
     bool RefillChanged(XmlDocument::XmlNode* events, std::vector<XmlDocument::XmlNode const*> const& changed,

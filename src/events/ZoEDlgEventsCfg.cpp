@@ -267,8 +267,9 @@ void ZoEDlgEventsCfg::OnModify()
 
     // The device groups refer to the event by its id, which the editor never changes: a
     // rename needs no further work.
+    // The rows are read again right after the assignment, before any view asks for them:
+    // an edit that leaves the order as it was then changes the view's rows alone.
     std::wstring const newName = event->Value(L"name", L"");
-    m_model->Clear();
     *events = *copy.Root();
     m_modified = true;
     UpdateList();

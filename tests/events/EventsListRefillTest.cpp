@@ -4,6 +4,7 @@
 #include "events/EventsListModel.h"
 
 #include <QAbstractItemModelTester>
+#include <QSignalSpy>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -182,4 +183,30 @@ TEST(EventsListRefill, TheNextListStartsFromTheRowsTheLastOneKept)
         third.UpdateList();
         EXPECT_EQ(Rows(third), FreshRows(&doc, nullptr, 0)) << "forgotten, then removed";
     }
+}
+
+// An edit that leaves a list sorted by name in its order tells the view of that row alone,
+// so that the view keeps its layout of every other row; one that moves a row resets.
+TEST(EventsListRefill, AnEditInPlaceChangesTheRowAlone)
+{
+    XmlDocument doc;
+    Load(doc, EventsCfg({Event("Alpha"), Event("Bravo"), Event("Charlie")}));
+    XmlNode* live = doc.Node(L"events");
+    EventsListModel model(&doc, nullptr);
+    QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    model.UpdateList();
+    QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
+    QSignalSpy changes(&model, &QAbstractItemModel::dataChanged);
+
+    live->NodeV(L"event?name=Bravo?")->SetValue(L"notify", L"T");
+    model.UpdateList();
+    EXPECT_EQ(resets.count(), 0);
+    ASSERT_EQ(changes.count(), 1);
+    EXPECT_EQ(changes.at(0).at(0).toModelIndex().row(), 1);
+    EXPECT_EQ(Rows(model), FreshRows(&doc, nullptr, 0));
+
+    live->NodeV(L"event?name=Bravo?")->SetValue(L"name", L"Zulu");
+    model.UpdateList();
+    EXPECT_EQ(resets.count(), 1);
+    EXPECT_EQ(Rows(model), FreshRows(&doc, nullptr, 0));
 }
