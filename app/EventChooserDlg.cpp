@@ -11,7 +11,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QSortFilterProxyModel>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -29,11 +28,6 @@ void EventChooserDlg::OnInitDialog()
     setWindowTitle(ZoText(m_titleId));
     m_model = new EventChoiceModel(this);
     m_model->Fill(m_events);
-    m_proxy = new QSortFilterProxyModel(this);
-    m_proxy->setSourceModel(m_model);
-    m_proxy->setFilterCaseSensitivity(Qt::CaseInsensitive);
-    m_proxy->setSortCaseSensitivity(Qt::CaseInsensitive);
-    m_proxy->setFilterKeyColumn(0);
 
     auto* prompt = new QLabel(ZoMnemonics().Apply(ZoText(m_promptId)), this);
     m_filter = new QLineEdit(this);
@@ -42,10 +36,11 @@ void EventChooserDlg::OnInitDialog()
     m_filter->setClearButtonEnabled(true);
     prompt->setBuddy(m_filter);
 
-    m_list = ZoNewListView(this, "eventsList", m_proxy, QAbstractItemView::SingleSelection);
+    m_list = ZoNewListView(this, "eventsList", m_model, QAbstractItemView::SingleSelection);
     m_list->setAlternatingRowColors(true);
-    m_list->setSortingEnabled(true);
+    // The model is sorted by name already: the heading shows it, then takes clicks.
     m_list->sortByColumn(0, Qt::AscendingOrder);
+    m_list->setSortingEnabled(true);
     m_list->header()->setStretchLastSection(true);
     m_list->header()->resizeSection(0, 230);
 
@@ -72,8 +67,8 @@ void EventChooserDlg::OnInitDialog()
     connect(m_ok, &QPushButton::clicked, this, &EventChooserDlg::OnOK);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 
-    if (m_proxy->rowCount() > 0)
-        m_list->setCurrentIndex(m_proxy->index(0, 0));
+    if (m_model->rowCount() > 0)
+        m_list->setCurrentIndex(m_model->index(0, 0));
     m_filter->setFocus();
     UpdateButtons();
 }
@@ -81,8 +76,8 @@ void EventChooserDlg::OnInitDialog()
 bool EventChooserDlg::SelectName(QString const& name)
 {
     EnsureInitialized();
-    for (int row = 0; row < m_proxy->rowCount(); ++row) {
-        QModelIndex const index = m_proxy->index(row, 0);
+    for (int row = 0; row < m_model->rowCount(); ++row) {
+        QModelIndex const index = m_model->index(row, 0);
         if (index.data().toString() == name) {
             m_list->setCurrentIndex(index);
             return true;
@@ -91,11 +86,16 @@ bool EventChooserDlg::SelectName(QString const& name)
     return false;
 }
 
+// The selected event stays selected while the filter shows it; otherwise the first row is.
 void EventChooserDlg::OnChangeFilter(QString const& text)
 {
-    m_proxy->setFilterFixedString(text);
-    if (!m_list->selectionModel()->hasSelection() && m_proxy->rowCount() > 0)
-        m_list->setCurrentIndex(m_proxy->index(0, 0));
+    int const selected = SelectedSourceRow();
+    m_model->SetFilter(text);
+    int row = m_model->RowOf(selected);
+    if (row < 0 && m_model->rowCount() > 0)
+        row = 0;
+    if (row >= 0)
+        m_list->setCurrentIndex(m_model->index(row, 0));
     UpdateButtons();
 }
 
@@ -127,5 +127,5 @@ int EventChooserDlg::SelectedSourceRow() const
     QModelIndexList const rows = m_list->selectionModel()->selectedRows();
     if (rows.isEmpty())
         return -1;
-    return m_proxy->mapToSource(rows.first()).row();
+    return m_model->PositionAt(rows.first().row());
 }

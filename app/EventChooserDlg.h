@@ -5,7 +5,6 @@
 class EventChoiceModel;
 class QLineEdit;
 class QPushButton;
-class QSortFilterProxyModel;
 class QTreeView;
 
 // Lets the user pick one event of an `events` element, by name, with a filter.
@@ -39,7 +38,6 @@ private:
     unsigned m_titleId;
     unsigned m_promptId;
     EventChoiceModel* m_model = nullptr;
-    QSortFilterProxyModel* m_proxy = nullptr;
     QLineEdit* m_filter = nullptr;
     QTreeView* m_list = nullptr;
     QPushButton* m_ok = nullptr;

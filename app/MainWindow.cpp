@@ -9,6 +9,7 @@
 #include "actions/ZoUsersDocument.h"
 #include "check/ZoProjectChecker.h"
 #include "editor/ZoEDlgEventCfg.h"
+#include "events/EventsListModel.h"
 #include "events/ZoEDlgEventsCfg.h"
 #include "groups/ZoEDlgEventGroupsCfg.h"
 #include "platform/drivers/ZoDeviceCatalog.h"
@@ -231,6 +232,8 @@ bool MainWindow::OpenFolder(QString const& folder)
         if (!ZoAskYesNoText(this, 60049, question))
             return false;
     }
+    // The rows the events list kept belong to the project that closes.
+    EventsListModel::DropKept();
     m_project = std::move(project);
     m_unsaved = 0;
     // The findings were those of the project that was open.
@@ -315,9 +318,10 @@ void MainWindow::OnEventsList()
     }
     bool keep = result == QDialog::Accepted;
     bool const eventsChanged = events.JournalHasChanges();
+    bool const changed = eventsChanged || devices.JournalHasChanges();
     // Changes the user confirmed (an edit in the editor, a delete, a paste) are not thrown
     // away without a question.
-    if (!keep && (eventsChanged || devices.JournalHasChanges()))
+    if (!keep && changed)
         keep = !ZoAskYesNo(this, 60057);
     if (keep) {
         events.EndJournal();
@@ -331,7 +335,10 @@ void MainWindow::OnEventsList()
     // events leave the catalog as it is (rebuilding it costs tens of milliseconds).
     if (keep && eventsChanged)
         ZoRefreshProjectEvents(events.Root());
-    UpdatePanel();
+    // Undone or unchanged documents count as they did: the panel is counted again only
+    // after a change was kept.
+    if (keep && changed)
+        UpdatePanel();
     UpdateActions();
 }
 

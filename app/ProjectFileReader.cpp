@@ -6,12 +6,15 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <cerrno>
 #include <cwctype>
 #include <fcntl.h>
 #include <new>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <system_error>
+#include <utility>
 #include <unistd.h>
 
 namespace {
@@ -46,27 +49,21 @@ ProjectFileRead ReadOpen(int fd, ProjectFileBytes& bytes, std::wstring& reason)
         return Refuse(reason, SystemReason(errno));
     if (!S_ISREG(info.st_mode))
         return Refuse(reason, ZoLoadString(60058));
-    if (info.st_size > kMaxProjectFileBytes)
-        return Refuse(reason, ZoFormat(ZoLoadString(60059).c_str(),
-                                       std::to_wstring(kMaxProjectFileBytes >> 20).c_str()));
+    long long const limit = MaxProjectFileBytes();
+    if (info.st_size > limit)
+        return Refuse(reason, TooLargeReason(60059));
     // The size can change while the file is read: read what is there, and never more than
     // the limit (one byte past it tells that the file grew beyond it).
     std::size_t const expected = static_cast<std::size_t>(info.st_size);
-    std::size_t capacity = expected + 1;
-    auto data = std::make_unique_for_overwrite<char[]>(capacity);
+    bytes.Reserve(expected + 1);
     std::size_t size = 0;
     while (true) {
-        if (size == capacity) {
-            if (capacity > static_cast<std::size_t>(kMaxProjectFileBytes))
-                return Refuse(reason, ZoFormat(ZoLoadString(60059).c_str(),
-                                               std::to_wstring(kMaxProjectFileBytes >> 20).c_str()));
-            std::size_t const grown = capacity * 2;
-            auto larger = std::make_unique_for_overwrite<char[]>(grown);
-            std::copy(data.get(), data.get() + size, larger.get());
-            data = std::move(larger);
-            capacity = grown;
+        if (size == bytes.Capacity()) {
+            if (bytes.Capacity() > static_cast<std::size_t>(limit))
+                return Refuse(reason, TooLargeReason(60059));
+            bytes.Reserve(bytes.Capacity() * 2);
         }
-        ssize_t const got = ::read(fd, data.get() + size, capacity - size);
+        ssize_t const got = ::read(fd, bytes.Data() + size, bytes.Capacity() - size);
         if (got < 0) {
             if (errno == EINTR)
                 continue;
@@ -75,13 +72,101 @@ ProjectFileRead ReadOpen(int fd, ProjectFileBytes& bytes, std::wstring& reason)
         if (got == 0)
             break;
         size += static_cast<std::size_t>(got);
+        bytes.SetSize(size);
     }
-    bytes.data = std::move(data);
-    bytes.size = size;
+    if (size > static_cast<std::size_t>(limit))
+        return Refuse(reason, TooLargeReason(60059));
     return ProjectFileRead::Read;
 }
 
+std::size_t PageSize()
+{
+    static std::size_t const size = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+    return size;
+}
+
+long long& LimitOverride()
+{
+    static long long bytes = 0;
+    return bytes;
+}
+
+long long ComputerLimit()
+{
+    constexpr long long kMegabyte = 1024LL * 1024;
+    constexpr long long kFloor = 1024 * kMegabyte;
+    long long const pages = ::sysconf(_SC_PHYS_PAGES);
+    long long const pageSize = ::sysconf(_SC_PAGESIZE);
+    if (pages <= 0 || pageSize <= 0)
+        return kFloor;
+    long long const quarter = pages / 4 * pageSize / kMegabyte * kMegabyte;
+    return std::max(kFloor, quarter);
+}
+
 } // namespace
+
+long long MaxProjectFileBytes()
+{
+    static long long const computer = ComputerLimit();
+    return LimitOverride() > 0 ? LimitOverride() : computer;
+}
+
+void SetMaxProjectFileBytes(long long bytes)
+{
+    LimitOverride() = bytes;
+}
+
+std::wstring TooLargeReason(unsigned textId)
+{
+    return ZoFormat(ZoLoadString(textId).c_str(), std::to_wstring(MaxProjectFileBytes() >> 20).c_str());
+}
+
+ProjectFileBytes::~ProjectFileBytes()
+{
+    if (m_data)
+        ::munmap(m_data, m_capacity);
+}
+
+ProjectFileBytes::ProjectFileBytes(ProjectFileBytes&& other) noexcept
+    : m_data(std::exchange(other.m_data, nullptr))
+    , m_size(std::exchange(other.m_size, 0))
+    , m_capacity(std::exchange(other.m_capacity, 0))
+{
+}
+
+ProjectFileBytes& ProjectFileBytes::operator=(ProjectFileBytes&& other) noexcept
+{
+    if (this != &other) {
+        if (m_data)
+            ::munmap(m_data, m_capacity);
+        m_data = std::exchange(other.m_data, nullptr);
+        m_size = std::exchange(other.m_size, 0);
+        m_capacity = std::exchange(other.m_capacity, 0);
+    }
+    return *this;
+}
+
+void ProjectFileBytes::Reserve(std::size_t capacity)
+{
+    // Mapped memory of its own, in whole pages, so that pages read can be handed back.
+    std::size_t const page = PageSize();
+    capacity = (std::max<std::size_t>(capacity, 1) + page - 1) / page * page;
+    if (capacity <= m_capacity)
+        return;
+    void* memory = m_data ? ::mremap(m_data, m_capacity, capacity, MREMAP_MAYMOVE)
+                          : ::mmap(nullptr, capacity, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (memory == MAP_FAILED)
+        throw std::bad_alloc();
+    m_data = static_cast<char*>(memory);
+    m_capacity = capacity;
+}
+
+void ProjectFileBytes::ReleaseBefore(std::size_t offset)
+{
+    std::size_t const pages = std::min(offset, m_size) / PageSize() * PageSize();
+    if (m_data && pages > 0)
+        ::madvise(m_data, pages, MADV_DONTNEED);
+}
 
 std::wstring SystemReason(int error)
 {

@@ -4,6 +4,7 @@
 #include "ProjectSaver.h"
 #include "ProjectSummary.h"
 #include "XmlFileText.h"
+#include "config/XmlParseProgress.h"
 #include "platform/tools/ZoFormat.h"
 #include "platform/tools/ZoTexts.h"
 #include "platform/tools/ZoUtf.h"
@@ -175,7 +176,10 @@ bool ProjectFolder::Load(ProjectDoc doc, std::wstring& error)
     }
     bool parsed = false;
     try {
-        parsed = document.Parse(bytes.data.get(), bytes.size);
+        // The pages the parser has read go back as it goes: a large file is never held
+        // whole beside its whole tree.
+        XmlParseProgress const progress([&bytes](std::size_t consumed) { bytes.ReleaseBefore(consumed); });
+        parsed = document.Parse(bytes.Data(), bytes.Size());
     } catch (std::bad_alloc const&) {
         error = ZoFormatN(1024, ZoLoadString(60041).c_str(), shownPath.c_str(), ZoLoadString(60066).c_str());
         return false;

@@ -154,8 +154,18 @@ bool ProjectSaver::WriteTemporary(Pending const& file)
         ::fchmod(fd, old.st_mode & 07777);
     int error = 0;
     bool written = false;
+    // A file the editor would refuse to open is never written: the save stops as soon as
+    // the text passes the limit, and every old file stays as it was.
+    long long const limit = MaxProjectFileBytes();
+    long long total = 0;
+    bool tooLarge = false;
     try {
-        written = file.producer([fd, &error](std::string_view text) {
+        written = file.producer([fd, &error, limit, &total, &tooLarge](std::string_view text) {
+            total += static_cast<long long>(text.size());
+            if (total > limit) {
+                tooLarge = true;
+                return false;
+            }
             for (std::size_t done = 0; done < text.size(); done += kBlockSize) {
                 std::size_t const block = std::min(kBlockSize, text.size() - done);
                 if (!WriteAll(fd, text.data() + done, block)) {
@@ -175,6 +185,8 @@ bool ProjectSaver::WriteTemporary(Pending const& file)
         error = errno;
     if (::close(fd) != 0 && error == 0)
         error = errno;
+    if (tooLarge)
+        return Fail(target, TooLargeReason(60090));
     if (!written || error != 0)
         return Fail(target, SystemReason(error != 0 ? error : EIO));
     return true;
@@ -252,8 +264,8 @@ bool ProjectSaver::Recover(QString const& folder, QStringList const& fileNames, 
         break;
     }
     QStringList names;
-    if (static_cast<qint64>(bytes.size) > kMaxRecordBytes
-        || !ParseRecord(QByteArray(bytes.data.get(), static_cast<qsizetype>(bytes.size)), fileNames, names)) {
+    if (static_cast<qint64>(bytes.Size()) > kMaxRecordBytes
+        || !ParseRecord(QByteArray(bytes.Data(), static_cast<qsizetype>(bytes.Size())), fileNames, names)) {
         reason = ZoLoadString(60069);
         return false;
     }

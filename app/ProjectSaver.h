@@ -17,6 +17,8 @@
 // A failure or a stop before step 2 leaves every old file byte-identical (the temporaries
 // are removed then, or by the next open); a stop during step 3 is finished by the next
 // open of the folder (Recover), which renames what is left.
+// A file longer than the largest the editor opens (MaxProjectFileBytes) is never written:
+// its save fails in step 1 with a reason that names the limit.
 class ProjectSaver {
 public:
     // The files of one project folder.

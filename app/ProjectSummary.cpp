@@ -2,6 +2,7 @@
 
 #include "ProjectFileReader.h"
 #include "ProjectFolder.h"
+#include "config/XmlKeys.h"
 #include "config/XmlScanner.h"
 
 #include <QDir>
@@ -13,15 +14,19 @@ using XmlNode = XmlDocument::XmlNode;
 
 namespace {
 
+// Tags are compared as the document's interned keys: a project of a million events is
+// counted in one quick pass.
 int CountChildren(XmlNode const* parent, wchar_t const* tag)
 {
     if (!parent)
         return 0;
+    void const* const key = parent->Document()->TagKey(tag);
     int count = 0;
-    for (auto it = parent->ChildsBegin(); it != parent->ChildsEnd(); ++it)
-        count += (*it)->HasTag(tag) ? 1 : 0;
+    for (XmlNode const* child = parent->FirstChild(); child; child = child->NextSibling())
+        count += child->TagKey() == key ? 1 : 0;
     return count;
 }
+
 
 int CountChildren(XmlNode const* parent, wchar_t const* container, wchar_t const* tag)
 {
@@ -36,12 +41,15 @@ int CountEventDevices(XmlNode const* deviceGroups)
     std::deque<XmlNode const*> pending;
     if (deviceGroups)
         pending.push_back(deviceGroups);
+    XmlDocument const* doc = deviceGroups ? deviceGroups->Document() : nullptr;
+    void const* const deviceKey = doc ? doc->TagKey(L"device") : nullptr;
+    void const* const typeKey = doc ? doc->TagKey(L"type") : nullptr;
     while (!pending.empty()) {
         XmlNode const* group = pending.front();
         pending.pop_front();
         if (XmlNode const* devices = group->Child(L"devices")) {
-            for (auto it = devices->ChildsBegin(); it != devices->ChildsEnd(); ++it) {
-                if ((*it)->HasTag(L"device") && (*it)->ValueUtf8(L"type") == kEventDeviceTypeText)
+            for (XmlNode const* device = devices->FirstChild(); device; device = device->NextSibling()) {
+                if (device->TagKey() == deviceKey && zo::xml::TextOf(*device, typeKey) == kEventDeviceTypeText)
                     ++count;
             }
         }
@@ -123,5 +131,5 @@ int CountUsersInFile(QString const& path)
     if (ReadProjectFile(path, bytes, reason) != ProjectFileRead::Read)
         return 0;
     UserCounter counter;
-    return zo::xml::ScanXml(bytes.data.get(), bytes.size, counter).ok ? counter.count : 0;
+    return zo::xml::ScanXml(bytes.Data(), bytes.Size(), counter).ok ? counter.count : 0;
 }

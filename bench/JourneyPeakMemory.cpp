@@ -68,4 +68,4 @@ void BM_JourneyPeakMemory(benchmark::State& state)
 
 } // namespace
 
-BENCHMARK(BM_JourneyPeakMemory)->Arg(100000)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_JourneyPeakMemory)->Arg(100000)->Arg(1000000)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);

@@ -49,6 +49,8 @@ public:
     bool HasUnusedSteps() const { return !m_steps.empty(); }
     // How often the question or message of this text id was answered.
     int Asked(unsigned textId) const;
+    // How many questions and messages were answered since the last ForgetMessages.
+    int MessageCount() const { return int(m_messageIds.size()); }
     void ForgetMessages() { m_messageIds.clear(); }
 
 private:

@@ -51,8 +51,9 @@ GeneratedProjectFolder::GeneratedProjectFolder(int events)
     if (written) {
         std::string const open = "<deviceTree>";
         std::string const groups = docgen::MakeDeviceGroupsXml(shape);
-        std::string const close = "<catalog/></deviceTree>";
-        written = WriteFile(FilePath(ProjectDoc::Devices), {&open, &groups, &close});
+        std::string const catalog = docgen::MakeDeviceCatalogXml(shape, kCatalogDevices);
+        std::string const close = "</deviceTree>";
+        written = WriteFile(FilePath(ProjectDoc::Devices), {&open, &groups, &catalog, &close});
     }
     if (!written) {
         std::fprintf(stderr, "cannot write the generated project of %d events in %s\n", events,

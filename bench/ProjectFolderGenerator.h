@@ -6,9 +6,12 @@
 
 // A project folder on disk with generated documents, as the host editor opens it:
 // Events.zocfg, TimeTables.zocfg and Devices.zocfg (device groups where each event is
-// registered, and an empty device catalog). The files hold the generator's compact XML.
+// registered, and the catalog of kCatalogDevices devices that the generated formulas name,
+// so that every generated event is valid). The files hold the generator's compact XML.
 // The folder is removed when the object is destroyed.
 namespace zo::bench {
+
+inline constexpr int kCatalogDevices = 5000;
 
 class GeneratedProjectFolder {
 public:

@@ -1,6 +1,7 @@
 // Floors for the journey: the XML library alone loading the generated project's files and
 // saving its trees to disk the way the host saves (temporary files, synced, then renamed).
 #include "ProjectFolderGenerator.h"
+#include "JourneySizes.h"
 #include "StepTimer.h"
 
 #include <QDir>
@@ -124,12 +125,7 @@ void BM_PugiSaveProject(benchmark::State& state)
     }
 }
 
-void FloorArgs(benchmark::internal::Benchmark* benchmark)
-{
-    benchmark->Arg(10000)->Arg(100000)->Iterations(5)->UseManualTime()->Unit(benchmark::kMillisecond);
-}
-
 } // namespace
 
-BENCHMARK(BM_PugiLoadProject)->Apply(FloorArgs);
-BENCHMARK(BM_PugiSaveProject)->Apply(FloorArgs);
+ZO_JOURNEY_BENCHMARK(BM_PugiLoadProject);
+ZO_JOURNEY_BENCHMARK(BM_PugiSaveProject);

@@ -5,8 +5,13 @@
 #include "BenchFixtures.h"
 
 #include "events/EventSearch.h"
+#include "events/ZoEDlgEventsCfg.h"
+#include "platform/reports/CDlgSearchReplace.h"
 #include "platform/tools/ZoUtf.h"
+#include "platform/ui/ZoMessage.h"
 
+#include <QApplication>
+#include <QTreeView>
 #include <benchmark/benchmark.h>
 #include <pugixml.hpp>
 
@@ -211,8 +216,105 @@ void BM_SearchReplaceAll(benchmark::State& state)
     ReportFloor(state, ownMs, floorMs);
 }
 
+// Replace all as the user does it in the events list of the host: the list of every event
+// shown, the host's journal running, the search dialog open on the first event; from the
+// request until the message (answered at once) and the list painted again. The runs
+// alternate between `from` -> `to` and back, so each does the same work. The label is the
+// message's count; counters: the fields replaced by the floor (the library walking and
+// replacing the same fields, floor_ms, x_floor).
+void ListReplaceAll(benchmark::State& state, std::wstring const& from, std::wstring const& to)
+{
+    int const events = Arg(state);
+    auto project = LoadProject(events);
+    auto pugi = PugiLoad(EventsText(events));
+    pugi::xml_node const pugiEvents = pugi->child(zo::docgen::kEventsRootTag).child("events");
+    XmlDocument timeTables;
+    timeTables.Create(L"timeTables");
+    XmlDocument users;
+    users.Create(L"usersBD");
+    ZoEDlgEventsCfg list(nullptr, project->deviceGroups.Root(), &project->eventsCfg, &timeTables, &users);
+    list.EnsureInitialized();
+    list.show();
+    QApplication::processEvents();
+    auto* view = list.findChild<QTreeView*>("eventsList");
+    view->selectionModel()->select(view->model()->index(0, 0),
+                                   QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    std::vector<std::wstring> messages;
+    ZoMessageAnswerer const previous = ZoGetMessageAnswerer();
+    ZoSetMessageAnswerer([&](ZoMessage const& message) {
+        messages.push_back(message.text);
+        return ZoAnswer::Ok;
+    });
+
+    double floorMs = 0;
+    double ownMs = 0;
+    int round = 0;
+    int floorFields[2] = {-1, -1};
+    bool same = true;
+    for (auto _ : state) {
+        state.PauseTiming();
+        bool const forth = round++ % 2 == 0;
+        ZoSearchReplaceRequest request;
+        request.find = forth ? from : to;
+        request.replace = forth ? to : from;
+        request.command = ZoSearchReplaceRequest::kReplaceAll;
+        list.OnGroupsSearchReplace();
+        project->eventsCfg.BeginJournal();
+        messages.clear();
+        state.ResumeTiming();
+
+        auto const own = Clock::now();
+        list.OnCtrlSearchReplace(0, request);
+        QApplication::processEvents();
+        ownMs += MsSince(own);
+
+        state.PauseTiming();
+        project->eventsCfg.EndJournal();
+        same = same && messages.size() == 1 && view->model()->rowCount() == events
+            && view->selectionModel()->isRowSelected(0, {});
+        std::string const needle = ZoToUtf8(request.find);
+        std::string upper = needle;
+        for (char& c : upper)
+            c = c >= 'a' && c <= 'z' ? static_cast<char>(c - ('a' - 'A')) : c;
+        auto const start = Clock::now();
+        int replaced = 0;
+        PugiWalk(pugiEvents, upper, [&](pugi::xml_node field) {
+            PugiReplace(field, needle, ZoToUtf8(request.replace));
+            ++replaced;
+            return true;
+        });
+        floorMs += MsSince(start);
+        int& seen = floorFields[forth ? 0 : 1];
+        same = same && (seen < 0 || seen == replaced);
+        seen = replaced;
+        state.ResumeTiming();
+    }
+    ZoSetMessageAnswerer(previous);
+    if (!same || (round > 1 && floorFields[0] != floorFields[1]))
+        state.SkipWithError("replace all did not do the same work each time, or the list lost its rows");
+    ReportFloor(state, ownMs, floorMs);
+    state.counters["fields"] = floorFields[0];
+    if (!messages.empty())
+        state.SetLabel(ZoToUtf8(messages.back().substr(messages.back().find(L'\n') + 1)));
+}
+
+// One replacement in each event: its annotation's "%g1".
+void BM_ListReplaceAllOnePerEvent(benchmark::State& state)
+{
+    ListReplaceAll(state, L"%g1", L"%g2");
+}
+
+// The prefix of every device name: "PLC" in every condition and every action that names a
+// variable.
+void BM_ListReplaceAllDevicePrefix(benchmark::State& state)
+{
+    ListReplaceAll(state, L"PLC", L"CTL");
+}
+
 } // namespace
 
 BENCHMARK(BM_SearchNext)->Arg(100000)->Iterations(10)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_SearchNextPugiFloor)->Arg(100000)->Iterations(10)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_SearchReplaceAll)->Arg(100000)->Iterations(10)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ListReplaceAllOnePerEvent)->Arg(100000)->Iterations(6)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ListReplaceAllDevicePrefix)->Arg(100000)->Iterations(6)->Unit(benchmark::kMillisecond);

@@ -195,6 +195,17 @@ void XmlNode::SetValue(ZoBasicString<wchar_t> const& text)
     Edit(*Document()).SetText(this, TextToStore(text));
 }
 
+void XmlNode::SetValueUtf8(std::string_view text)
+{
+    if (text.find('\0') == std::string_view::npos) {
+        Edit(*Document()).SetText(this, text);
+        return;
+    }
+    std::string stored(text);
+    std::erase(stored, '\0');
+    Edit(*Document()).SetText(this, stored);
+}
+
 bool XmlNode::EraseTag(wchar_t const* key)
 {
     XmlNode* property = Node(key);

@@ -141,6 +141,8 @@ public:
     void SetValue(wchar_t const* key, ZoBasicString<wchar_t> const& value);
     void SetValue(wchar_t const* text);
     void SetValue(ZoBasicString<wchar_t> const& text);
+    // The element's own text given as it is stored: well-formed UTF-8 (NUL characters dropped).
+    void SetValueUtf8(std::string_view text);
     // Removes property `key`; true when there was one.
     bool EraseTag(wchar_t const* key);
 

@@ -10,29 +10,36 @@ void Tree::UndoJournal(XmlDocument& doc)
     if (!links || !links->journaling)
         return;
     DetachBorrowers(doc, nullptr);
-    links->notesLost = true; // undoing changes what the notes cannot tell
     Storage& storage = *doc.m_storage;
     auto& journal = links->journal;
-    // Backwards, each record sees the tree exactly as it was right after its change.
+    // Backwards, each record sees the tree exactly as it was right after its change. Each
+    // undone change is noted as a change of its own would be: an element put back is an
+    // insertion, one taken out a removal.
     for (auto record = journal.rbegin(); record != journal.rend(); ++record) {
         XmlNode* node = record->node;
         switch (record->kind) {
         case JournalRecord::Insert:
+            links->NoteBelow(node->m_parent);
             Unlink(node);
             Destroy(storage, node);
             break;
         case JournalRecord::Remove:
             Link(record->parent, node, record->previous);
+            links->NoteBelow(node);
             break;
         case JournalRecord::Move:
+            links->NoteBelow(node);
             Unlink(node);
             Link(record->parent, node, record->previous);
+            links->NoteBelow(node);
             break;
         case JournalRecord::Text:
             SetText(storage, node, record->text);
+            links->NoteBelow(node);
             break;
         case JournalRecord::Tag:
             node->m_tag = record->tag;
+            links->NoteBelow(node);
             break;
         }
     }

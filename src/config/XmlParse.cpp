@@ -1,5 +1,6 @@
 // Reading XML text into a document: the scanner hands each element, property and text
 // straight to the tree, so nothing but the tree itself is built.
+#include "XmlParseProgress.h"
 #include "XmlScanner.h"
 #include "XmlTree.h"
 
@@ -70,7 +71,11 @@ private:
 // element ends, then made well-formed UTF-8 as a whole.
 class TreeBuilder : public zo::xml::ScanHandler {
 public:
-    explicit TreeBuilder(Storage& storage) : m_storage(storage), m_tags(storage) {}
+    // progress, when set, is told every kReportStep bytes how far the text has been read.
+    TreeBuilder(Storage& storage, char const* text, XmlParseProgress const* progress)
+        : m_storage(storage), m_tags(storage), m_text(text), m_progress(progress)
+    {
+    }
 
     XmlNode* Root() const { return m_root; }
     bool TextTooLong() const { return m_textTooLong; }
@@ -81,6 +86,14 @@ public:
 
     void StartElement(std::string_view name) override
     {
+        // The name lies in the text; everything before its "<" has been read for good.
+        if (m_progress && name.data() > m_text) {
+            std::size_t const offset = std::size_t(name.data() - m_text) - 1;
+            if (offset >= m_nextReport) {
+                m_progress->Tell(offset);
+                m_nextReport = offset + kReportStep;
+            }
+        }
         XmlNode* node = Tree::NewNode(m_storage, m_tags.Get(name, m_scratch), Arena());
         if (m_open.empty())
             m_root = node;
@@ -130,8 +143,13 @@ public:
     }
 
 private:
+    static constexpr std::size_t kReportStep = 16u << 20;
+
     Storage& m_storage;
     TagCache m_tags;
+    char const* m_text;
+    XmlParseProgress const* m_progress;
+    std::size_t m_nextReport = kReportStep;
     std::vector<XmlNode*> m_open;
     XmlNode* m_root = nullptr;
     std::string m_scratch;
@@ -141,12 +159,36 @@ private:
 
 } // namespace
 
+namespace {
+
+thread_local XmlParseProgress const* t_progress = nullptr;
+
+} // namespace
+
+XmlParseProgress::XmlParseProgress(Consumed consumed)
+    : m_consumed(std::move(consumed))
+    , m_outer(t_progress)
+{
+    t_progress = this;
+}
+
+XmlParseProgress::~XmlParseProgress()
+{
+    t_progress = m_outer;
+}
+
+XmlParseProgress const* XmlParseProgress::Current()
+{
+    return t_progress;
+}
+
 bool XmlDocument::Parse(char const* text, std::size_t length)
 {
     Reset();
     auto storage = std::make_unique<Storage>(this);
-    TreeBuilder builder(*storage);
-    zo::xml::ScanResult const result = zo::xml::ScanXml(text ? text : "", text ? length : 0, builder);
+    char const* const data = text ? text : "";
+    TreeBuilder builder(*storage, data, XmlParseProgress::Current());
+    zo::xml::ScanResult const result = zo::xml::ScanXml(data, text ? length : 0, builder);
     if (!result.ok) {
         m_error = result.error;
         m_errorOffset = result.offset;

@@ -137,8 +137,10 @@ public:
     ScanResult Run();
 
 private:
+    // An open element's name is kept in m_openNames, not read again from the text: the
+    // reader of a large file may hand back the text before the element now read.
     struct Open {
-        Byte const* name;
+        std::size_t offset; // in m_openNames
         std::size_t length;
     };
 
@@ -171,6 +173,7 @@ private:
     void Close()
     {
         m_handler.EndElement();
+        m_openNames.resize(m_open.back().offset);
         m_open.pop_back();
         m_hasChild = true;
     }
@@ -180,6 +183,7 @@ private:
     Byte const* m_p = nullptr;
     ScanHandler& m_handler;
     std::vector<Open> m_open;
+    std::string m_openNames;
     bool m_hasChild = false; // the innermost open element has a child node (element or text)
     bool m_rootSeen = false;
     std::string m_text;  // decoded text segment
@@ -258,7 +262,8 @@ bool Scanner::StartTag()
         m_rootSeen = true;
     }
     m_handler.StartElement(View(name, m_p));
-    m_open.push_back({name, static_cast<std::size_t>(m_p - name)});
+    m_open.push_back({m_openNames.size(), static_cast<std::size_t>(m_p - name)});
+    m_openNames.append(reinterpret_cast<char const*>(name), m_open.back().length);
     m_hasChild = false;
 
     Byte const c = At(m_p);
@@ -326,7 +331,8 @@ bool Scanner::EndTag()
     if (m_open.empty())
         return Fail("Start-end tags mismatch", m_p);
     Open const& open = m_open.back();
-    if (static_cast<std::size_t>(m_end - m_p) < open.length || std::memcmp(m_p, open.name, open.length) != 0 ||
+    if (static_cast<std::size_t>(m_end - m_p) < open.length
+        || std::memcmp(m_p, m_openNames.data() + open.offset, open.length) != 0 ||
         Is(At(m_p + open.length), kName))
         return Fail("Start-end tags mismatch", m_p);
     m_p = Skip<kSpace>(m_p + open.length, m_end);

@@ -167,17 +167,19 @@ Edit::Edit(XmlDocument& doc, XmlDocument const* except)
         Tree::DetachBorrowers(doc, except);
 }
 
-void Edit::NoteBelow(XmlNode const* node)
+void Links::NoteBelow(XmlNode const* node)
 {
     constexpr std::size_t kMaxNotes = 4096; // past that, reading everything again is as quick
-    for (; node; node = node->m_parent) {
-        if (node == m_links->watched)
+    if (!watched)
+        return;
+    for (; node; node = node->Parent()) {
+        if (node == watched)
             return;
-        if (node->m_parent == m_links->watched) {
-            if (m_links->noted.size() < kMaxNotes)
-                m_links->noted.push_back(node);
+        if (node->Parent() == watched) {
+            if (noted.size() < kMaxNotes)
+                noted.push_back(node);
             else
-                m_links->notesLost = true;
+                notesLost = true;
             return;
         }
     }

@@ -43,6 +43,8 @@ struct Links {
     XmlNode const* watched = nullptr;
     std::vector<XmlNode const*> noted;
     bool notesLost = false;
+    // Notes the child of the watched element that holds node (node itself included).
+    void NoteBelow(XmlNode const* node);
 };
 
 // The tree's own operations: structure without bookkeeping (for nodes that no journal,
@@ -125,8 +127,7 @@ public:
     void Reconcile(XmlNode* target, XmlNode const* copy);
 
 private:
-    // Notes the child of the watched element that holds node (node itself included).
-    void NoteBelow(XmlNode const* node);
+    void NoteBelow(XmlNode const* node) { m_links->NoteBelow(node); }
 
     Storage& m_storage;
     Links* m_links;

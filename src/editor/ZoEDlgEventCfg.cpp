@@ -424,8 +424,9 @@ bool ZoEDlgEventCfg::IsValidName()
         return false;
     }
     // The event's own stored name is found as itself and passes.
-    XmlNode const* owner = m_eventsRoot ? m_eventsRoot->NodeV(L"/event?name=%s?", name.c_str())
-                                        : nullptr;
+    bool const mayClash = !m_mayClash || m_mayClash(name);
+    XmlNode const* owner = m_eventsRoot && mayClash ? m_eventsRoot->NodeV(L"/event?name=%s?", name.c_str())
+                                                    : nullptr;
     if (owner && owner != m_event) {
         ShowTab(TabGeneral);
         ZoShowMessage(this, 32796);

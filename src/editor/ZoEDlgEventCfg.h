@@ -4,8 +4,10 @@
 #include "platform/ui/ZoModal.h"
 #include "platform/ui/ZoMnemonics.h"
 
+#include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 
 class QCheckBox;
 class QComboBox;
@@ -63,6 +65,10 @@ public:
     // Unlike the focus code, OK validates and writes as usual.
     QString m_openAtControl;
     int m_openAtMoment = -1;
+    // Set by a caller that knows the names of the other events: false when no other event
+    // can bear this name (not even with other case), so that the name check need not read
+    // every event. Without it, every event is read.
+    std::function<bool(std::wstring_view name)> m_mayClash;
 
     // Tabs, in order.
     enum Tab { TabGeneral = 0, TabAdvanced = 1, TabActions = 2, TabClientActions = 3 };

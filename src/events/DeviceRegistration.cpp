@@ -1,8 +1,10 @@
 #include "events/DeviceRegistration.h"
+#include "config/XmlKeys.h"
 #include "platform/tools/ZoUtf.h"
 #include <deque>
 #include <string_view>
 #include <unordered_set>
+#include <vector>
 
 using XmlNode = XmlDocument::XmlNode;
 
@@ -12,29 +14,64 @@ struct Utf8Hash {
     using is_transparent = void;
     std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>{}(text); }
 };
-using IdSet = std::unordered_set<std::string, Utf8Hash, std::equal_to<>>;
+// The ids of the events whose registrations go. Most often one or a few, compared
+// directly (a million registrations are not hashed); a larger set is hashed.
+class IdSet {
+public:
+    void Reserve(std::size_t count) { m_ids.reserve(count); }
+    void Insert(std::string id)
+    {
+        if (m_ids.size() < kFew)
+            m_few.push_back(id);
+        m_ids.insert(std::move(id));
+    }
+    bool Empty() const { return m_ids.empty(); }
+    bool Contains(std::string_view id) const
+    {
+        if (m_ids.size() > kFew)
+            return m_ids.find(id) != m_ids.end();
+        for (std::string const& few : m_few) {
+            if (few.size() == id.size() && few == id)
+                return true;
+        }
+        return false;
+    }
+
+private:
+    static constexpr std::size_t kFew = 8;
+    std::unordered_set<std::string, Utf8Hash, std::equal_to<>> m_ids;
+    std::vector<std::string> m_few;
+};
 
 // Removes, from the first `devices` child of group, every `device` whose id is in ids.
 // One pass over the devices gives what repeating "find device?id=...?, remove it" until
-// nothing is found gives, without rescanning the list for every duplicate.
+// nothing is found gives, without rescanning the list for every duplicate. Tags are
+// compared as the document's interned keys: a million registrations take one quick pass.
 void RemoveMatchingDevices(XmlNode* group, IdSet const& ids)
 {
     XmlNode* devices = group->Child(L"devices");
-    if (!devices)
+    XmlNode* child = devices ? devices->FirstChild() : nullptr;
+    if (!child)
         return;
-    XmlNode* child = devices->FirstChild();
+    XmlDocument const& doc = *devices->Document();
+    void const* const deviceTag = doc.TagKey(L"device");
+    void const* const idTag = doc.TagKey(L"id");
+    if (!deviceTag || !idTag)
+        return;
     while (child) {
         XmlNode* next = child->NextSibling();
-        if (child->HasTag(L"device") && child->Child(L"id")
-            && ids.find(child->ValueUtf8(L"id")) != ids.end())
-            devices->RemoveChild(child);
+        if (child->TagKey() == deviceTag) {
+            XmlNode const* id = zo::xml::ChildByKey(*child, idTag);
+            if (id && ids.Contains(id->TextUtf8()))
+                devices->RemoveChild(child);
+        }
         child = next;
     }
 }
 
 void RemoveDevices(XmlNode* deviceGroups, IdSet const& ids)
 {
-    if (!deviceGroups || ids.empty())
+    if (!deviceGroups || ids.Empty())
         return;
     std::deque<XmlNode*> queue{deviceGroups};
     while (!queue.empty()) {
@@ -64,14 +101,16 @@ void AddEventToDeviceGroupsNode(XmlNode* deviceGroups, XmlNode const& event)
 
 void RemoveEventFromDeviceGroupsNode(XmlNode* deviceGroups, std::wstring const& id)
 {
-    RemoveDevices(deviceGroups, IdSet{ZoToUtf8(id)});
+    IdSet set;
+    set.Insert(ZoToUtf8(id));
+    RemoveDevices(deviceGroups, set);
 }
 
 void RemoveEventsFromDeviceGroupsNode(XmlNode* deviceGroups, std::vector<std::wstring> const& ids)
 {
     IdSet set;
-    set.reserve(ids.size());
+    set.Reserve(ids.size());
     for (auto const& id : ids)
-        set.insert(ZoToUtf8(id));
+        set.Insert(ZoToUtf8(id));
     RemoveDevices(deviceGroups, set);
 }

@@ -21,6 +21,20 @@ bool IsAscii(std::wstring_view text)
     return true;
 }
 
+// out = text with a-z upper-cased (its capacity reused); returns every byte or-ed together,
+// so that a result below 0x80 tells the text is plain ASCII.
+unsigned char UpperAsciiInto(std::string_view text, std::string& out)
+{
+    out.resize(text.size());
+    unsigned char high = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        char const c = text[i];
+        high |= static_cast<unsigned char>(c);
+        out[i] = c >= 'a' && c <= 'z' ? static_cast<char>(c - ('a' - 'A')) : c;
+    }
+    return high;
+}
+
 std::string Narrow(std::wstring_view ascii)
 {
     std::string out(ascii.size(), '\0');
@@ -88,14 +102,7 @@ bool EventTextMatcher::Contains(std::string_view utf8) const
         return false;
     if (!m_matchCase) {
         // Upper-cases and checks for plain ASCII in one pass (most fields are plain ASCII).
-        m_asciiBuffer.resize(utf8.size());
-        unsigned char high = 0;
-        for (std::size_t i = 0; i < utf8.size(); ++i) {
-            char const c = utf8[i];
-            high |= static_cast<unsigned char>(c);
-            m_asciiBuffer[i] = c >= 'a' && c <= 'z' ? static_cast<char>(c - ('a' - 'A')) : c;
-        }
-        if (high < 0x80)
+        if (UpperAsciiInto(utf8, m_asciiBuffer) < 0x80)
             return !m_asciiImpossible && std::string_view(m_asciiBuffer).find(m_asciiNeedle) != std::string_view::npos;
     } else if (IsAscii(utf8)) {
         return !m_asciiImpossible && utf8.find(m_asciiNeedle) != std::string_view::npos;
@@ -139,6 +146,35 @@ std::wstring EventTextMatcher::ReplaceAll(std::wstring_view text, std::wstring_v
     }
     out.append(text.substr(from));
     return out;
+}
+
+bool EventTextMatcher::ReplaceAllAscii(std::string_view utf8, std::string_view replacementUtf8, std::string& out,
+                                       int& count) const
+{
+    if (!IsAscii(utf8))
+        return false;
+    count = 0;
+    out.clear();
+    if (m_find.empty() || m_asciiImpossible) {
+        out.append(utf8);
+        return true;
+    }
+    // Upper-casing keeps every character in its place (see ReplaceAll).
+    std::string_view haystack = utf8;
+    if (!m_matchCase) {
+        UpperAsciiInto(utf8, m_asciiBuffer);
+        haystack = m_asciiBuffer;
+    }
+    std::size_t from = 0;
+    for (std::size_t hit = haystack.find(m_asciiNeedle); hit != std::string_view::npos;
+         hit = haystack.find(m_asciiNeedle, from)) {
+        out.append(utf8.substr(from, hit - from));
+        out.append(replacementUtf8);
+        from = hit + m_asciiNeedle.size();
+        ++count;
+    }
+    out.append(utf8.substr(from));
+    return true;
 }
 
 // ---- fields -----------------------------------------------------------------------------
@@ -318,13 +354,24 @@ EventReplaceAllResult EventSearch::ReplaceAll(EventTextMatcher const& matcher, s
     if (!m_event)
         return result;
     EventSearchKeys const keys = EventSearchKeys::ForDocument(*m_event->Document());
+    std::string const replacementUtf8 = ZoToUtf8(replacement);
+    std::string replacedUtf8;
     do {
         CollectEventSearchFields(*m_event, keys, m_fields);
         for (EventSearchField const& field : m_fields) {
-            if (!matcher.Contains(field.key->TextUtf8()))
+            std::string_view const utf8 = field.key->TextUtf8();
+            if (!matcher.Contains(utf8))
                 continue;
             int count = 0;
-            std::wstring const text = ZoFromUtf8(field.key->TextUtf8());
+            if (matcher.ReplaceAllAscii(utf8, replacementUtf8, replacedUtf8, count)) {
+                if (replacedUtf8 == utf8)
+                    continue;
+                field.key->SetValueUtf8(replacedUtf8);
+                ++result.fields;
+                result.occurrences += count;
+                continue;
+            }
+            std::wstring const text = ZoFromUtf8(utf8);
             std::wstring const replaced = matcher.ReplaceAll(text, replacement, &count);
             if (replaced == text)
                 continue;

@@ -45,6 +45,10 @@ public:
     // the original text only, never in what was put in, so a replacement that contains the
     // text to find is not replaced again. count (when given) receives how many were replaced.
     std::wstring ReplaceAll(std::wstring_view text, std::wstring_view replacement, int* count = nullptr) const;
+    // The same over a field of plain ASCII as the tree stores it, into out (UTF-8, the
+    // replacement given as UTF-8); false, leaving out alone, when the field is not plain
+    // ASCII. Most fields are: they are replaced without being widened.
+    bool ReplaceAllAscii(std::string_view utf8, std::string_view replacementUtf8, std::string& out, int& count) const;
 
 private:
     std::wstring m_find;

@@ -1,4 +1,5 @@
 #include "events/EventsListModel.h"
+#include "config/XmlKeys.h"
 #include "platform/tools/ZoTexts.h"
 #include "platform/tools/ZoUtf.h"
 #include "platform/ui/ZoIcons.h"
@@ -50,33 +51,101 @@ EventsListModel::EventsListModel(XmlDocument* eventsCfg, XmlDocument const* time
     int const order = FoldedText(m_yes).compare(FoldedText(m_no));
     m_yesRank = order > 0 ? 1 : 0;
     m_noRank = order < 0 ? 1 : 0;
+    // The rows that the last list of these documents left: its first fill reads again
+    // only what changed since (or everything, when the document's notes cannot tell).
+    Kept& kept = LastKept();
+    // Rows kept while another list filled since are not taken: that fill consumed the
+    // document's change notes.
+    if (kept.eventsCfg == eventsCfg && kept.timeTables == timeTables && eventsCfg && kept.fill == FillCount()) {
+        m_rows = std::move(kept.rows);
+        m_byName = std::move(kept.byName);
+        m_foldedNames = std::move(kept.foldedNames);
+        m_foldedGarbage = kept.foldedGarbage;
+        m_filledEvents = kept.filledEvents;
+        m_timeTableSignature = std::move(kept.timeTableSignature);
+    }
+    kept = Kept{};
 }
 
-EventsListModel::~EventsListModel() = default;
+EventsListModel::~EventsListModel()
+{
+    if (!m_eventsCfg || !m_filledEvents)
+        return;
+    Kept& kept = LastKept();
+    kept.eventsCfg = m_eventsCfg;
+    kept.timeTables = m_timeTables;
+    kept.rows = std::move(m_rows);
+    kept.byName = std::move(m_byName);
+    kept.foldedNames = std::move(m_foldedNames);
+    kept.foldedGarbage = m_foldedGarbage;
+    kept.filledEvents = m_filledEvents;
+    kept.timeTableSignature = std::move(m_timeTableSignature);
+    kept.fill = m_fill;
+}
+
+std::uint64_t& EventsListModel::FillCount()
+{
+    static std::uint64_t fills = 0;
+    return fills;
+}
+
+EventsListModel::Kept& EventsListModel::LastKept()
+{
+    static Kept kept;
+    return kept;
+}
+
+void EventsListModel::DropKept()
+{
+    LastKept() = Kept{};
+}
 
 void EventsListModel::UpdateList()
 {
-    beginResetModel();
+    m_fill = ++FillCount();
     XmlNode* root = m_eventsCfg ? m_eventsCfg->Root() : nullptr;
     XmlNode* events = root ? root->Child(L"events") : nullptr;
     std::vector<XmlNode const*> changed;
     bool const sameTables = FillTimeTables();
+    m_keys = m_eventsCfg ? KeyTags() : Keys{};
     // After the first fill, only the events that a change reached are read again: the
     // document notes them. The rows then are exactly those of a full fill.
     bool const incremental = sameTables && events && events == m_filledEvents && !m_rows.empty()
         && m_eventsCfg->TakeChangedChildren(events, changed);
-    Refill refill;
-    if (incremental && RefillChanged(events, changed, refill)) {
-        MergeChangedIntoOrder(refill);
+    std::vector<std::uint32_t> updated;
+    bool orderKept = false;
+    if (incremental && UpdateInPlace(events, changed, updated, orderKept)) {
+        // Rows read again in their places, in a list sorted by name that still shows every
+        // row: the view hears of those rows alone, and keeps its layout of all the others.
+        if (orderKept && m_sortColumn == NameColumn && m_order.size() == m_rows.size()) {
+            FinishFill(events);
+            for (std::uint32_t const index : updated) {
+                int const row = int(std::find(m_order.begin(), m_order.end(), index) - m_order.begin());
+                emit dataChanged(this->index(row, 0), this->index(row, ColumnCount - 1));
+            }
+            return;
+        }
+        beginResetModel();
     } else {
-        FillRows(events);
-        SortByName();
+        beginResetModel();
+        Refill refill;
+        if (incremental && RefillChanged(events, changed, refill)) {
+            MergeChangedIntoOrder(refill);
+        } else {
+            FillRows(events);
+            SortByName();
+        }
     }
+    FinishFill(events);
+    SortRows();
+    endResetModel();
+}
+
+void EventsListModel::FinishFill(XmlNode* events)
+{
     m_filledEvents = events;
     if (events)
         m_eventsCfg->NoteChangesBelow(events);
-    SortRows();
-    endResetModel();
 }
 
 void EventsListModel::Clear()
@@ -86,6 +155,13 @@ void EventsListModel::Clear()
     beginResetModel();
     m_order.clear();
     endResetModel();
+}
+
+void EventsListModel::KeepRowsOverUnshownChanges()
+{
+    std::vector<XmlNode const*> changed;
+    if (m_eventsCfg && m_filledEvents)
+        m_eventsCfg->TakeChangedChildren(m_filledEvents, changed);
 }
 
 void EventsListModel::ClickColumn(int column)
@@ -139,18 +215,32 @@ EventsListModel::Keys EventsListModel::KeyTags() const
                 m_eventsCfg->TagKey(L"record"),   m_eventsCfg->TagKey(L"timeTable")};
 }
 
-void EventsListModel::ReadRow(XmlNode* event, Keys const& keys, Row& row)
+void EventsListModel::ReadRow(XmlNode* event, void const* nameTag, Row& row)
+{
+    SetRow(event, zo::xml::TextOf(*event, nameTag), row);
+}
+
+void EventsListModel::SetRow(XmlNode* event, std::string_view name, Row& row)
 {
     row = Row{};
     row.event = event;
-    bool hasName = false, hasDisabled = false, hasNotify = false, hasRecord = false;
+    row.name = name;
+    row.keyOffset = std::uint32_t(m_foldedNames.size());
+    AppendFoldedName(m_foldedNames, name);
+    row.keyLength = std::uint32_t(m_foldedNames.size() - row.keyOffset);
+}
+
+EventsListModel::Row const& EventsListModel::ReadColumns(Row const& row) const
+{
+    if (row.columnsRead)
+        return row;
+    row.columnsRead = true;
+    Keys const& keys = m_keys;
+    bool hasDisabled = false, hasNotify = false, hasRecord = false;
     XmlNode const* timeTable = nullptr;
-    for (XmlNode const* key = event->FirstChild(); key; key = key->NextSibling()) {
+    for (XmlNode const* key = row.event->FirstChild(); key; key = key->NextSibling()) {
         void const* tag = key->TagKey();
-        if (tag == keys.name && !hasName) {
-            row.name = key->TextUtf8();
-            hasName = true;
-        } else if (tag == keys.disabled && !hasDisabled) {
+        if (tag == keys.disabled && !hasDisabled) {
             row.disabled = key->TextUtf8() == "T";
             hasDisabled = true;
         } else if (tag == keys.notify && !hasNotify) {
@@ -164,8 +254,8 @@ void EventsListModel::ReadRow(XmlNode* event, Keys const& keys, Row& row)
         } else {
             continue;
         }
-        // The first of each key counts: once all five are found the rest cannot matter.
-        if (hasName && hasDisabled && hasNotify && hasRecord && timeTable)
+        // The first of each key counts: once all four are found the rest cannot matter.
+        if (hasDisabled && hasNotify && hasRecord && timeTable)
             break;
     }
     if (timeTable) {
@@ -173,27 +263,134 @@ void EventsListModel::ReadRow(XmlNode* event, Keys const& keys, Row& row)
         if (found != m_timeTableIds.end())
             row.timeTable = found->second;
     }
-    row.keyOffset = std::uint32_t(m_foldedNames.size());
-    AppendFoldedName(m_foldedNames, row.name);
-    row.keyLength = std::uint32_t(m_foldedNames.size() - row.keyOffset);
+    return row;
 }
 
 void EventsListModel::FillRows(XmlNode* events)
 {
     m_rows.clear();
     m_foldedNames.clear();
-    Keys const keys = m_eventsCfg ? KeyTags() : Keys{};
+    m_foldedGarbage = 0;
+    Keys const& keys = m_keys;
     if (!events || !keys.event)
         return;
     m_rows.reserve(std::size_t(events->Size()));
     m_foldedNames.reserve(std::size_t(events->Size()) * 16);
-    // The parser laid the events and their keys out in document order: this walk reads
-    // memory in sequence.
-    for (XmlNode* event = events->FirstChild(); event; event = event->NextSibling()) {
-        if (event->TagKey() != keys.event)
-            continue;
-        ReadRow(event, keys, m_rows.emplace_back());
+    // The walk fetches the keys and names of the events ahead while it reads one.
+    // (The events are the document's own, handed out as the rows' elements.)
+    zo::xml::ForEachKeyText(*events, keys.event, keys.name, [this](XmlNode const& event, std::string_view name) {
+        SetRow(const_cast<XmlNode*>(&event), name, m_rows.emplace_back());
+    });
+}
+
+
+int EventsListModel::RowOfEvent(XmlNode const* event) const
+{
+    for (std::size_t i = 0; i < m_rows.size(); ++i) {
+        if (m_rows[i].event == event)
+            return int(i);
     }
+    return -1;
+}
+
+bool EventsListModel::UpdateInPlace(XmlNode* events, std::vector<XmlNode const*> changed,
+                                    std::vector<std::uint32_t>& updated, bool& orderKept)
+{
+    updated.clear();
+    orderKept = true;
+    // The events are still the rows' events, in the same order, when there are as many as
+    // rows, each event noted is one of them, and stands between the same neighbours.
+    constexpr std::size_t kMaxInPlace = 64; // past that, one refill is as quick
+    if (std::size_t(events->Size()) != m_rows.size() || m_byName.size() != m_rows.size())
+        return false;
+    std::sort(changed.begin(), changed.end());
+    changed.erase(std::unique(changed.begin(), changed.end()), changed.end());
+    if (changed.size() > kMaxInPlace)
+        return false;
+    // First by pointer alone: an event noted and since removed is not read. When every
+    // noted event is a row and their count is unchanged, none was inserted or removed.
+    std::vector<std::uint32_t> rows;
+    for (XmlNode const* event : changed) {
+        int const row = RowOfEvent(event);
+        if (row < 0)
+            return false;
+        rows.push_back(std::uint32_t(row));
+    }
+    for (std::uint32_t const i : rows) {
+        XmlNode const* event = m_rows[i].event;
+        if (event->Parent() != events || event->TagKey() != m_keys.event)
+            return false;
+        XmlNode const* before = i == 0 ? events->FirstChild() : m_rows[i - 1].event->NextSibling();
+        XmlNode const* after = i + 1 < m_rows.size() ? m_rows[i + 1].event : nullptr;
+        if (before != event || event->NextSibling() != after)
+            return false;
+    }
+    auto less = [this](std::uint32_t a, std::uint32_t b) {
+        if (int const order = NameKey(m_rows[a]).compare(NameKey(m_rows[b])))
+            return order < 0;
+        return a < b;
+    };
+    for (std::uint32_t const index : rows) {
+        auto const was = std::find(m_byName.begin(), m_byName.end(), index);
+        std::ptrdiff_t const place = was - m_byName.begin();
+        m_byName.erase(was);
+        m_foldedGarbage += m_rows[index].keyLength;
+        ReadRow(m_rows[index].event, m_keys.name, m_rows[index]);
+        auto const to = m_byName.insert(std::lower_bound(m_byName.begin(), m_byName.end(), index, less), index);
+        orderKept = orderKept && to - m_byName.begin() == place;
+        updated.push_back(index);
+    }
+    if (m_foldedGarbage > m_foldedNames.size() / 2)
+        CompactFoldedNames();
+    return true;
+}
+
+void EventsListModel::CompactFoldedNames()
+{
+    std::string compact;
+    compact.reserve(m_foldedNames.size() - m_foldedGarbage);
+    for (Row& row : m_rows) {
+        std::uint32_t const offset = std::uint32_t(compact.size());
+        compact.append(m_foldedNames, row.keyOffset, row.keyLength);
+        row.keyOffset = offset;
+    }
+    m_foldedNames = std::move(compact);
+    m_foldedGarbage = 0;
+}
+
+void EventsListModel::ForgetEvents(std::vector<XmlNode const*> const& events)
+{
+    // Called while the events are still in the tree, before they go: their rows go now, so
+    // that the next fill finds the rows in step with the tree without reading it all.
+    std::vector<bool> gone(m_rows.size(), false);
+    std::size_t count = 0;
+    for (XmlNode const* event : events) {
+        int const row = RowOfEvent(event);
+        if (row >= 0 && !gone[std::size_t(row)]) {
+            gone[std::size_t(row)] = true;
+            ++count;
+        }
+    }
+    if (count == 0)
+        return;
+    std::vector<std::uint32_t> newIndex(m_rows.size(), kNoRow);
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < m_rows.size(); ++i) {
+        if (gone[i]) {
+            m_foldedGarbage += m_rows[i].keyLength;
+            continue;
+        }
+        newIndex[i] = std::uint32_t(kept);
+        m_rows[kept++] = m_rows[i];
+    }
+    m_rows.resize(kept);
+    std::size_t out = 0;
+    for (std::uint32_t const index : m_byName) {
+        if (newIndex[index] != kNoRow)
+            m_byName[out++] = newIndex[index];
+    }
+    m_byName.resize(out);
+    m_order.clear();
 }
 
 bool EventsListModel::RefillChanged(XmlNode* events, std::vector<XmlNode const*> const& changed, Refill& refill)
@@ -202,7 +399,7 @@ bool EventsListModel::RefillChanged(XmlNode* events, std::vector<XmlNode const*>
     // element at the same place, or a few places on (the rows between were deleted).
     // A row is read again when its event was noted as changed or is new; every other row
     // is taken over as it was.
-    Keys const keys = KeyTags();
+    Keys const& keys = m_keys;
     if (!keys.event)
         return false;
     std::unordered_set<XmlNode const*> const touched(changed.begin(), changed.end());
@@ -210,6 +407,7 @@ bool EventsListModel::RefillChanged(XmlNode* events, std::vector<XmlNode const*>
     std::string oldNames = std::move(m_foldedNames);
     m_rows.clear();
     m_foldedNames.clear();
+    m_foldedGarbage = 0;
     m_rows.reserve(std::size_t(events->Size()));
     m_foldedNames.reserve(oldNames.size() + 64 * touched.size());
     refill.oldToNew.assign(old.size(), kNoRow);
@@ -232,7 +430,7 @@ bool EventsListModel::RefillChanged(XmlNode* events, std::vector<XmlNode const*>
             next = match + 1;
         }
         if (match == kNoRow || touched.count(event)) {
-            ReadRow(event, keys, row);
+            ReadRow(event, keys.name, row);
             refill.fresh.push_back(index);
             if (match != kNoRow)
                 refill.oldToNew[match] = kNoRow; // its place in the order is found again
@@ -303,52 +501,58 @@ std::string_view EventsListModel::NameKey(Row const& row) const
 
 void EventsListModel::SortByName()
 {
-    // Names often share long beginnings ("PLC3_PUMP_12_PRESSURE_..."): the first 40 bytes
-    // of each are kept in its key as integers, so that the sort compares integers alone.
-    // Keys equal there whose names are longer are then ordered by the rest of their names.
-    constexpr std::size_t kWords = 5;
+    // Names often share long beginnings ("PLC3_PUMP_12_PRESSURE_..."). The rows are sorted
+    // by the first 8 bytes of their folded names, taken as an integer; each run of rows
+    // equal there whose names go on is sorted by the next 8 bytes, and so on. Only 16-byte
+    // keys move, and a comparison is one of integers. Equal names keep document order.
     struct Key {
-        std::uint64_t prefix[kWords];
+        std::uint64_t word, next;
         std::uint32_t index;
         bool operator<(Key const& other) const
         {
-            for (std::size_t word = 0; word < kWords; ++word) {
-                if (prefix[word] != other.prefix[word])
-                    return prefix[word] < other.prefix[word];
-            }
-            return index < other.index;
-        }
-        bool SamePrefix(Key const& other) const
-        {
-            return std::equal(prefix, prefix + kWords, other.prefix);
+            if (word != other.word)
+                return word < other.word;
+            return next != other.next ? next < other.next : index < other.index;
         }
     };
-    constexpr std::size_t kPrefixBytes = sizeof(Key::prefix);
+    auto wordAt = [this](std::uint32_t index, std::size_t level) {
+        std::string_view const name = NameKey(m_rows[index]);
+        return Prefix(level * 8 < name.size() ? name.substr(level * 8) : std::string_view());
+    };
+    // The first pass sorts by 16 bytes at once; the runs after it go on 8 bytes at a time.
     std::vector<Key> keys(m_rows.size());
-    for (std::size_t i = 0; i < m_rows.size(); ++i) {
-        std::string_view const name = NameKey(m_rows[i]);
-        Key& key = keys[i];
-        for (std::size_t word = 0; word < kWords; ++word)
-            key.prefix[word] = Prefix(word * 8 < name.size() ? name.substr(word * 8) : std::string_view());
-        key.index = std::uint32_t(i);
-    }
+    for (std::size_t i = 0; i < keys.size(); ++i)
+        keys[i] = Key{wordAt(std::uint32_t(i), 0), wordAt(std::uint32_t(i), 1), std::uint32_t(i)};
     std::sort(keys.begin(), keys.end());
-    auto byRest = [this](Key const& a, Key const& b) {
-        if (int const order = NameKey(m_rows[a.index]).compare(NameKey(m_rows[b.index])))
-            return order < 0;
-        return a.index < b.index;
+    struct Run {
+        std::size_t begin, end, level;
     };
-    for (std::size_t begin = 0; begin < keys.size();) {
-        std::size_t end = begin + 1;
-        while (end < keys.size() && keys[end].SamePrefix(keys[begin]))
-            ++end;
-        if (end - begin > 1) {
-            bool const longer = std::any_of(keys.begin() + std::ptrdiff_t(begin), keys.begin() + std::ptrdiff_t(end),
-                                            [this](Key const& key) { return NameKey(m_rows[key.index]).size() > kPrefixBytes; });
-            if (longer)
-                std::sort(keys.begin() + std::ptrdiff_t(begin), keys.begin() + std::ptrdiff_t(end), byRest);
+    std::vector<Run> runs;
+    auto queueRuns = [&](std::size_t begin, std::size_t end, std::size_t level) {
+        for (std::size_t first = begin; first < end;) {
+            std::size_t last = first + 1;
+            while (last < end && keys[last].word == keys[first].word && keys[last].next == keys[first].next)
+                ++last;
+            if (last - first > 1) {
+                // Names that end within these bytes are equal: they stay in document order.
+                bool const longer = std::any_of(keys.begin() + std::ptrdiff_t(first), keys.begin() + std::ptrdiff_t(last),
+                                                [&](Key const& key) { return NameKey(m_rows[key.index]).size() > (level + 1) * 8; });
+                if (longer)
+                    runs.push_back({first, last, level + 1});
+            }
+            first = last;
         }
-        begin = end;
+    };
+    queueRuns(0, keys.size(), 1);
+    while (!runs.empty()) {
+        Run const run = runs.back();
+        runs.pop_back();
+        for (std::size_t i = run.begin; i < run.end; ++i) {
+            keys[i].word = wordAt(keys[i].index, run.level);
+            keys[i].next = 0;
+        }
+        std::sort(keys.begin() + std::ptrdiff_t(run.begin), keys.begin() + std::ptrdiff_t(run.end));
+        queueRuns(run.begin, run.end, run.level);
     }
     m_byName.resize(keys.size());
     for (std::size_t i = 0; i < keys.size(); ++i)
@@ -361,7 +565,8 @@ void EventsListModel::SortRows()
         m_order = m_byName;
     } else {
         // A stable counting sort by the column's rank over the rows in name order.
-        auto rank = [this](Row const& row) -> std::uint32_t {
+        auto rank = [this](Row const& stored) -> std::uint32_t {
+            Row const& row = ReadColumns(stored);
             switch (m_sortColumn) {
             case EnabledColumn:
                 return row.disabled ? m_noRank : m_yesRank;
@@ -411,12 +616,32 @@ std::wstring EventsListModel::NameAt(int row) const
 
 int EventsListModel::FindName(std::wstring_view name) const
 {
+    if (m_order.size() != m_byName.size())
+        return -1;
+    // The rows sorted by folded name are searched by halving; rows of equal names lie
+    // side by side there, in document order.
     std::string const folded = FoldedName(name);
+    auto const [from, to] = std::equal_range(m_byName.begin(), m_byName.end(), folded,
+                                             NameLess{this});
+    if (from == to)
+        return -1;
+    std::size_t const first = std::size_t(from - m_byName.begin());
+    std::size_t const last = std::size_t(to - m_byName.begin()) - 1;
+    if (m_sortColumn == NameColumn)
+        return int(m_descending ? m_order.size() - 1 - last : first);
+    // Another column: the first of those rows in the list's order.
     for (std::size_t i = 0; i < m_order.size(); ++i) {
-        if (NameKey(m_rows[m_order[i]]) == folded)
+        if (std::find(from, to, m_order[i]) != to)
             return int(i);
     }
     return -1;
+}
+
+int EventsListModel::CountName(std::wstring_view name) const
+{
+    std::string const folded = FoldedName(name);
+    auto const [from, to] = std::equal_range(m_byName.begin(), m_byName.end(), folded, NameLess{this});
+    return int(to - from);
 }
 
 EventNameSet EventsListModel::NameSet() const
@@ -448,7 +673,7 @@ QVariant EventsListModel::data(QModelIndex const& index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
         return {};
-    Row const& row = *RowAt(index.row());
+    Row const& row = ReadColumns(*RowAt(index.row()));
     switch (role) {
     case Qt::DisplayRole:
         switch (index.column()) {

@@ -27,6 +27,8 @@
 // both keep their document order in ascending and the reverse in descending.
 // After the first fill, a fill reads again only the events that the document noted as
 // changed (see XmlDocument::NoteChangesBelow) and merges them into the last order.
+// A fill reads only the names, which the order needs; the other columns of a row are read
+// when the row is first shown, or for every row when the list is sorted by one of them.
 // A full fill sorts the rows by name once (n log n); the other columns hold few distinct texts
 // (yes/no, the time tables' names), so a heading click orders the rows by rank in one
 // linear pass over the name order.
@@ -48,6 +50,17 @@ public:
     void UpdateList();
     // Drops every row (before a change of the tree that UpdateList will follow).
     void Clear();
+    // A list keeps its rows when it closes, for the next list of the same documents; the
+    // host drops them when it closes those documents.
+    static void DropKept();
+    // Before these events are removed from the tree (they must still be in it): their rows
+    // go, so that the fill after the removal reads nothing again. Call Clear() first.
+    void ForgetEvents(std::vector<XmlDocument::XmlNode const*> const& events);
+    // After changes made since the last fill that reached only keys the rows do not show (a
+    // replace all writes the actions' keys and the events' conditions, delays and
+    // annotations): the rows stay as they are, and the document's notes of those changes are
+    // dropped, so that the next fill does not read those events again.
+    void KeepRowsOverUnshownChanges();
     // A click on a column heading: the same column again toggles ascending/descending
     // (first click ascending, second descending, third ascending again); another column
     // starts ascending. Sorts the rows once: the tree has not changed since the last fill,
@@ -62,6 +75,8 @@ public:
     std::wstring NameAt(int row) const;
     // The row whose name equals this one without regard to case, or -1.
     int FindName(std::wstring_view name) const;
+    // How many rows bear this name without regard to case.
+    int CountName(std::wstring_view name) const;
     // The names of all rows, for making pasted names unique; it refers to the rows, so it
     // serves until the next fill.
     EventNameSet NameSet() const;
@@ -78,10 +93,12 @@ private:
         std::string_view name;       // UTF-8 text in the live tree
         std::uint32_t keyOffset = 0; // folded name in m_foldedNames
         std::uint32_t keyLength = 0;
-        int timeTable = -1;          // index into m_timeTableNames, -1 when none is found
-        bool disabled = false;
-        bool notify = false;
-        bool record = false;
+        // The other columns, read when first needed (ReadColumns).
+        mutable bool columnsRead = false;
+        mutable bool disabled = false;
+        mutable bool notify = false;
+        mutable bool record = false;
+        mutable int timeTable = -1;  // index into m_timeTableNames, -1 when none is found
     };
     struct TimeTable {
         QString name;
@@ -101,10 +118,29 @@ private:
     static constexpr std::size_t kLookAhead = 64; // deleted rows skipped while matching
     static constexpr std::size_t kMaxFresh = 2048; // past that a full fill is as quick
 
+    // The rows a closed list left for the next one of the same documents.
+    struct Kept {
+        XmlDocument const* eventsCfg = nullptr;
+        XmlDocument const* timeTables = nullptr;
+        std::vector<Row> rows;
+        std::vector<std::uint32_t> byName;
+        std::string foldedNames;
+        std::size_t foldedGarbage = 0;
+        XmlDocument::XmlNode const* filledEvents = nullptr;
+        std::string timeTableSignature;
+        std::uint64_t fill = 0; // FillCount() after the fill that made them
+    };
+    static Kept& LastKept();
+    // Fills of any list so far: the document's change notes serve one list at a time.
+    static std::uint64_t& FillCount();
+
     // Reads the time tables; true when they are what the last fill saw.
     bool FillTimeTables();
     Keys KeyTags() const;
-    void ReadRow(XmlDocument::XmlNode* event, Keys const& keys, Row& row);
+    void ReadRow(XmlDocument::XmlNode* event, void const* nameTag, Row& row);
+    void SetRow(XmlDocument::XmlNode* event, std::string_view name, Row& row);
+    // The row with its other columns read.
+    Row const& ReadColumns(Row const& row) const;
     void FillRows(XmlDocument::XmlNode* events);
     // Reads again only the events noted as changed; false when that cannot be done (the
     // rows are then left for a full fill).
@@ -114,6 +150,16 @@ private:
         std::vector<std::uint32_t> oldToNew;
         std::vector<std::uint32_t> fresh;
     };
+    // After a change that kept every event in its place (an edit of a few events): reads
+    // the noted rows again and moves them in the name order; false when the change was
+    // of another kind (the rows are then as they were, for a refill).
+    // updated: the rows read again; orderKept: each stayed at its place in the name order.
+    bool UpdateInPlace(XmlDocument::XmlNode* events, std::vector<XmlDocument::XmlNode const*> changed,
+                       std::vector<std::uint32_t>& updated, bool& orderKept);
+    // What every fill ends with: the events read, and their changes noted from now on.
+    void FinishFill(XmlDocument::XmlNode* events);
+    int RowOfEvent(XmlDocument::XmlNode const* event) const;
+    void CompactFoldedNames();
     bool RefillChanged(XmlDocument::XmlNode* events, std::vector<XmlDocument::XmlNode const*> const& changed,
                        Refill& refill);
     void MergeChangedIntoOrder(Refill& refill);
@@ -122,6 +168,12 @@ private:
     void SortRows();
     Row const* RowAt(int row) const;
     std::string_view NameKey(Row const& row) const;
+    // Orders row indices by folded name alone, against each other or a folded name.
+    struct NameLess {
+        EventsListModel const* model;
+        bool operator()(std::uint32_t row, std::string_view name) const { return model->NameKey(model->m_rows[row]) < name; }
+        bool operator()(std::string_view name, std::uint32_t row) const { return name < model->NameKey(model->m_rows[row]); }
+    };
     QString const& YesNo(bool yes) const { return yes ? m_yes : m_no; }
     QString const& TimeTableText(Row const& row) const;
 
@@ -131,8 +183,11 @@ private:
     std::vector<std::uint32_t> m_byName; // indices of m_rows by name, then position
     std::vector<std::uint32_t> m_order;  // indices of m_rows in the list's order
     std::string m_foldedNames;
+    std::size_t m_foldedGarbage = 0; // bytes of m_foldedNames no row refers to any more
+    std::uint64_t m_fill = 0;        // FillCount() after this list's last fill
     std::vector<TimeTable> m_timeTableNames;
     std::unordered_map<std::string_view, int> m_timeTableIds; // id -> index of its name
+    Keys m_keys; // the key tags as the last fill found them
     std::string m_timeTableSignature; // ids and names, to tell whether they changed
     XmlDocument::XmlNode const* m_filledEvents = nullptr;
     // Sort ranks of the time-table column: one per time table, then one for "none";

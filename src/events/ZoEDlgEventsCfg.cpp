@@ -193,11 +193,17 @@ void ZoEDlgEventsCfg::SelectEvent(XmlNode const* event)
         SelectEvent(event->Value(L"name", L""));
 }
 
-bool ZoEDlgEventsCfg::RunEventEditor(XmlNode* event, XmlNode* copyRoot)
+bool ZoEDlgEventsCfg::RunEventEditor(XmlNode* event, XmlNode* copyRoot, std::wstring const& storedName)
 {
     XmlNode const* groups = m_eventsCfg->Root() ? m_eventsCfg->Root()->Child(L"eventsGroups") : nullptr;
     XmlNode const* timeTablesRoot = m_timeTables ? m_timeTables->Root() : nullptr;
     ZoEDlgEventCfg editor(this, event, copyRoot, groups, timeTablesRoot, m_users);
+    // The rows hold every other event's name: only a name that one of them bears without
+    // regard to case sends the editor through all the events.
+    editor.m_mayClash = [this, stored = FoldedName(storedName)](std::wstring_view name) {
+        int const alike = m_model->CountName(name);
+        return alike > (FoldedName(name) == stored && !stored.empty() ? 1 : 0);
+    };
     return editor.DoModal() == QDialog::Accepted;
 }
 
@@ -214,7 +220,7 @@ void ZoEDlgEventsCfg::OnAdd()
         copy->Create(L"events");
     XmlNode* event = copy->Root()->NewChild(L"event");
     event->SetValue(L"id", ZoNewGuidText());
-    if (!RunEventEditor(event, copy->Root()))
+    if (!RunEventEditor(event, copy->Root(), std::wstring()))
         return;
 
     AddEventToDeviceGroupsNode(m_deviceGroups, *event);
@@ -228,6 +234,24 @@ void ZoEDlgEventsCfg::OnAdd()
     SelectEvent(name);
 }
 
+namespace {
+
+// The element of a fresh copy of `container` that stands where `child` stands in it: the
+// copy holds the same children in the same order, so both are walked side by side, with no
+// name read.
+XmlNode* CopyOfChild(XmlNode& container, XmlNode& copy, XmlNode const* child)
+{
+    XmlNode* copied = copy.FirstChild();
+    for (XmlNode const* live = container.FirstChild(); live && copied; live = live->NextSibling()) {
+        if (live == child)
+            return copied;
+        copied = copied->NextSibling();
+    }
+    return nullptr;
+}
+
+} // namespace
+
 void ZoEDlgEventsCfg::OnModify()
 {
     std::vector<int> const rows = SelectedRows();
@@ -237,15 +261,15 @@ void ZoEDlgEventsCfg::OnModify()
     if (!events)
         return;
     XmlDocument copy(*events);
-    std::wstring const name = m_model->NameAt(rows.front());
-    XmlNode* event = copy.Root()->NodeV(L"/event?name=%s?", name.c_str());
-    if (!event || !RunEventEditor(event, copy.Root()))
+    XmlNode* event = CopyOfChild(*events, *copy.Root(), m_model->EventAt(rows.front()));
+    if (!event || !RunEventEditor(event, copy.Root(), m_model->NameAt(rows.front())))
         return;
 
     // The device groups refer to the event by its id, which the editor never changes: a
     // rename needs no further work.
+    // The rows are read again right after the assignment, before any view asks for them:
+    // an edit that leaves the order as it was then changes the view's rows alone.
     std::wstring const newName = event->Value(L"name", L"");
-    m_model->Clear();
     *events = *copy.Root();
     m_modified = true;
     UpdateList();
@@ -269,6 +293,7 @@ void ZoEDlgEventsCfg::OnDelete()
     int const firstRow = rows.front();
 
     m_model->Clear();
+    m_model->ForgetEvents({doomed.begin(), doomed.end()});
     RemoveEventsFromDeviceGroupsNode(m_deviceGroups, ids);
     for (XmlNode* event : doomed)
         event->Parent()->RemoveChild(event);

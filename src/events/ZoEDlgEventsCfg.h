@@ -88,7 +88,8 @@ private:
     std::vector<int> SelectedRows() const;
     void SelectRow(int row);
     // Runs the event editor on `event` of a working copy whose root is copyRoot.
-    bool RunEventEditor(XmlNode* event, XmlNode* copyRoot);
+    // storedName: the event's name in the rows (empty for a new event).
+    bool RunEventEditor(XmlNode* event, XmlNode* copyRoot, std::wstring const& storedName);
     // Search and replace steps (ZoEDlgEventsCfgSearch.cpp).
     XmlNode* LiveEvents() const;
     void SearchStep(ZoSearchReplaceRequest const& request);

@@ -148,24 +148,19 @@ void ZoEDlgEventsCfg::SearchStep(ZoSearchReplaceRequest const& request)
     SelectEvent(name);
 }
 
-// Replace all: every field from the current event to the last, written back at once; the
-// list is read again once, at the end.
+// Replace all: every field from the current event to the last, written back at once.
 void ZoEDlgEventsCfg::ReplaceAllStep(ZoSearchReplaceRequest const& request)
 {
     EventTextMatcher const matcher(request.find, request.matchCase);
-    std::vector<int> const rows = SelectedRows();
-    std::wstring const selected = rows.empty() ? std::wstring() : m_model->NameAt(rows.front());
     EventReplaceAllResult result;
     {
         SearchWaitCursor wait;
-        // Only keys of the actions and of the event change, never the events' names, which
-        // the rows show: the rows stay valid until the list is read again below.
         result = m_search->ReplaceAll(matcher, request.replace);
         if (result.fields > 0) {
             m_modified = true;
-            UpdateList();
-            if (!selected.empty())
-                SelectEvent(selected);
+            // Only keys of the actions and the events' conditions, delays and annotations
+            // change, none of which the rows show: the list stays as it is, selection and all.
+            m_model->KeepRowsOverUnshownChanges();
         }
     }
     std::wstring const text = ZoLoadString(36366) + L"\n"

@@ -111,9 +111,9 @@ TEST_F(HostReliability, RefusesWhatIsNotAPlainReadableFile)
          [](QString const& path) {
              QFile file(path);
              ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-             ASSERT_TRUE(file.resize(kMaxProjectFileBytes + 1));
+             ASSERT_TRUE(file.resize(MaxProjectFileBytes() + 1));
          },
-         "larger than 1024 MB"},
+         "the largest project file the editor opens on this computer"},
     };
     for (Case const& test : cases) {
         SCOPED_TRACE(test.what);
@@ -222,6 +222,48 @@ TEST_F(HostReliability, DeeplyNestedDocumentSavesLinearlyAndReadsBack)
     std::wstring error;
     ASSERT_TRUE(demo.window.Project()->Save({ProjectDoc::Events}, error)) << error;
     EXPECT_EQ(ReadBytes(demo.File(ProjectDoc::Events)).size(), qsizetype(text.size()));
+}
+
+// While it lives, the largest project file is this many bytes instead of the computer's.
+class FileLimit {
+public:
+    explicit FileLimit(long long bytes) { SetMaxProjectFileBytes(bytes); }
+    ~FileLimit() { SetMaxProjectFileBytes(0); }
+    FileLimit(FileLimit const&) = delete;
+    FileLimit& operator=(FileLimit const&) = delete;
+};
+
+// The editor never writes a file that it would refuse to open: a file of exactly the
+// limit is saved and opens again; one byte more is refused before anything changes, with
+// a reason that names the limit.
+TEST_F(HostReliability, SaveAndOpenAgreeOnTheLargestFile)
+{
+    EXPECT_GE(MaxProjectFileBytes(), 1024LL << 20);
+    constexpr long long kLimit = 1 << 20;
+    FileLimit limit(kLimit);
+    DemoWindow demo;
+    ProjectFolder& project = *demo.window.Project();
+    XmlNode* event = project.Events().Root()->Child(L"events")->FirstChild();
+    std::wstring const padding(static_cast<std::size_t>(kLimit) - XmlFileText(project.Events()).size(), L'x');
+    event->SetValue(L"description", event->Value(L"description", L"") + padding);
+    ASSERT_EQ(XmlFileText(project.Events()).size(), std::size_t(kLimit));
+
+    std::wstring error;
+    ASSERT_TRUE(project.Save({ProjectDoc::Events}, error)) << error;
+    QByteArray const saved = ReadBytes(demo.File(ProjectDoc::Events));
+    EXPECT_EQ(saved.size(), kLimit);
+    EXPECT_EQ(OpenRefusal(demo.dir.path()), L"");
+
+    event->SetValue(L"description", event->Value(L"description", L"") + L"x");
+    EXPECT_FALSE(project.Save({ProjectDoc::Events}, error));
+    EXPECT_TRUE(Contains(error, "would be larger than 1 MB, the largest project file the editor opens")) << error;
+    EXPECT_TRUE(Contains(error, "The file keeps its previous content")) << error;
+    EXPECT_EQ(ReadBytes(demo.File(ProjectDoc::Events)), saved);
+    EXPECT_EQ(FolderEntries(demo.dir.path()).filter(ProjectSaver::kTemporarySuffix), QStringList());
+
+    // The same file, one byte longer on disk, is refused when the folder opens.
+    WriteBytes(demo.File(ProjectDoc::Events), saved + ' ');
+    EXPECT_TRUE(Contains(OpenRefusal(demo.dir.path()), "larger than 1 MB"));
 }
 
 // A save stopped between its renames (here by a fault thrown from the rename seam) is

@@ -1,5 +1,6 @@
 #include "EventChooserDlg.h"
 #include "HostTestSupport.h"
+#include "events/EventsListModel.h"
 #include "ProjectSaver.h"
 #include "XmlFileText.h"
 #include "editor/ZoEDlgEventCfg.h"
@@ -90,6 +91,40 @@ TEST_F(HostSave, CancelledListKeepsConfirmedChangesOnRequest)
     ParseFile(demo.File(ProjectDoc::Events), events);
     EXPECT_FALSE(EventNamed(events, L"Heavy rain"));
     EXPECT_EQ(demo.Label("eventsCountLabel"), "21");
+}
+
+// The events list keeps its rows from one opening to the next: what changed in between (a
+// delete the user discarded, an event renamed outside the list) shows as a fresh list shows it.
+TEST_F(HostSave, TheNextListShowsWhatChangedSinceTheLast)
+{
+    DemoWindow demo;
+    auto nextListRows = [&demo] {
+        std::string rows;
+        ModalScript modal(ModalScript::As<ZoEDlgEventsCfg>([&rows](ZoEDlgEventsCfg& list) {
+            QAbstractItemModel const* model = list.findChild<QTreeView*>("eventsList")->model();
+            for (int row = 0; row < model->rowCount(); ++row)
+                rows += model->index(row, 0).data().toString().toStdString() + ",";
+            return int(QDialog::Rejected);
+        }));
+        demo.window.OnEventsList();
+        return rows;
+    };
+    std::string const before = nextListRows();
+    {
+        ScriptedAnswerer answers{ZoAnswer::Yes, ZoAnswer::Yes}; // delete it, then discard that
+        ModalScript modal(DeleteEventThen("Heavy rain", "cancelButton"));
+        demo.window.OnEventsList();
+    }
+    EXPECT_EQ(nextListRows(), before);
+
+    XmlNode* events = demo.window.Project()->Events().Root()->Child(L"events");
+    XmlDocument copy(*events);
+    copy.Root()->NodeV(L"event?name=%s?", L"Heavy rain")->SetValue(L"name", L"AAA first");
+    *events = *copy.Root();
+    std::string const kept = nextListRows();
+    EXPECT_EQ(kept.rfind("AAA first,", 0), 0u) << kept;
+    EventsListModel::DropKept();
+    EXPECT_EQ(nextListRows(), kept);
 }
 
 // Edit > Event: a filtered chooser, then the editor; only the events file is written.

@@ -155,6 +155,36 @@ TEST(EventTextMatcher, ReplaceAllReplacesLeftToRightInTheOriginalTextOnly)
     EXPECT_EQ(count, 1);
 }
 
+// A field of plain ASCII is replaced as the tree stores it, exactly as its wide text would be;
+// any other field is left to the wide replacement.
+TEST(EventTextMatcher, AsciiFieldsAreReplacedInPlaceAsTheirWideTextWouldBe)
+{
+    struct Case {
+        wchar_t const* find;
+        bool matchCase;
+        char const* text;
+        wchar_t const* replacement;
+    };
+    Case const cases[] = {
+        {L"abc", false, "Abc + aBC - x", L"Y"}, {L"abc", true, "Abc + abc", L"Y"}, {L"a", true, "banana", L"aa"},
+        {L"aa", true, "aaa", L"b"},            {L"plc", false, "[PLC3.T] > [plc4.T]", L"CTL"},
+        {L"T1", false, "[t1]", L"t1"},          {L"x", false, "none here", L"y"},
+        {L"T", false, "[T1]", L"\u00e9t\u00e9"}, {L"\u00e9", false, "ascii", L"e"},
+    };
+    std::string out;
+    for (Case const& c : cases) {
+        EventTextMatcher const matcher(c.find, c.matchCase);
+        int wideCount = -1;
+        int count = -1;
+        std::wstring const wide = matcher.ReplaceAll(ZoFromUtf8(c.text), c.replacement, &wideCount);
+        ASSERT_TRUE(matcher.ReplaceAllAscii(c.text, ZoToUtf8(c.replacement), out, count)) << c.text;
+        EXPECT_EQ(out, ZoToUtf8(wide)) << c.text;
+        EXPECT_EQ(count, wideCount) << c.text;
+    }
+    int count = 0;
+    EXPECT_FALSE(EventTextMatcher(L"t", false).ReplaceAllAscii("\xC3\xA9t\xC3\xA9", "x", out, count));
+}
+
 TEST(EventSearchWalk, FindNextGoesOnAfterTheFieldFoundAndStopsAtTheEnd)
 {
     Doc d{Event("A", "<condition>X and X</condition><annotation>X</annotation>"),

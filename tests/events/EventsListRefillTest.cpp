@@ -4,6 +4,7 @@
 #include "events/EventsListModel.h"
 
 #include <QAbstractItemModelTester>
+#include <QSignalSpy>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -27,6 +28,7 @@ std::string Rows(EventsListModel const& model)
 
 std::string FreshRows(XmlDocument* doc, XmlDocument const* tables, int sortColumn)
 {
+    EventsListModel::DropKept();
     EventsListModel fresh(doc, tables);
     fresh.UpdateList();
     if (sortColumn != 0)
@@ -100,6 +102,34 @@ TEST(EventsListRefill, EveryChangeShowsAsAFullFillWould)
     EXPECT_EQ(Rows(model), FreshRows(&doc, &tables, 2));
 }
 
+// A replace all changes keys the rows do not show in every event: the rows are kept as they
+// are, and a later change is read again alone, as a full fill would show it.
+TEST(EventsListRefill, RowsKeptOverChangesTheyDoNotShow)
+{
+    XmlDocument doc;
+    std::string events = "<cfg><events>";
+    for (int i = 0; i < 300; ++i)
+        events += Event("Event " + std::to_string(i), "<condition>[PLC.T" + std::to_string(i) + "] &gt; 1</condition>");
+    Load(doc, events + "</events></cfg>");
+    XmlNode* live = doc.Node(L"events");
+    EventsListModel model(&doc, nullptr);
+    QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    model.UpdateList();
+    std::string const before = Rows(model);
+
+    for (XmlNode* event = live->FirstChild(); event; event = event->NextSibling())
+        event->SetValue(L"condition", L"[CTL.T1] > 1");
+    model.KeepRowsOverUnshownChanges();
+    EXPECT_EQ(Rows(model), before);
+    EXPECT_EQ(Rows(model), FreshRows(&doc, nullptr, 0));
+
+    model.Clear();
+    live->NodeV(L"event?name=Event 17?")->SetValue(L"name", L"AAA first");
+    live->NodeV(L"event?name=Event 18?")->SetValue(L"disabled", L"T");
+    model.UpdateList();
+    EXPECT_EQ(Rows(model), FreshRows(&doc, nullptr, 0));
+}
+
 // Names alike for their first 40 bytes and more are still ordered by their whole text,
 // without regard to case, and equal names keep their order in the document.
 TEST(EventsListRefill, LongNamesSortByTheirWholeText)
@@ -114,4 +144,69 @@ TEST(EventsListRefill, LongNamesSortByTheirWholeText)
     for (int row = 0; row < model.rowCount(); ++row)
         names += std::to_string(model.PositionAt(row)) + " ";
     EXPECT_EQ(names, "2 5 3 4 1 0 ");
+}
+
+// A list that closes keeps its rows for the next list of the same documents, which reads
+// again only what changed in between; rows kept while another list filled are not used.
+// Rows forgotten before their events go leave nothing to read again.
+TEST(EventsListRefill, TheNextListStartsFromTheRowsTheLastOneKept)
+{
+    XmlDocument doc;
+    std::string events = "<cfg><events>";
+    for (int i = 0; i < 50; ++i)
+        events += Event("Event " + std::to_string(i), i % 2 ? "<notify>T</notify>" : "");
+    Load(doc, events + "</events><eventsGroups/></cfg>");
+    XmlNode* live = doc.Node(L"events");
+    auto nth = [&](int n) { return live->NodeV(L"event?name=Event %d?", n); };
+    {
+        EventsListModel first(&doc, nullptr);
+        first.UpdateList();
+    }
+    nth(7)->SetValue(L"name", L"AAA renamed");
+    nth(8)->SetValue(L"notify", L"T");
+    {
+        EventsListModel second(&doc, nullptr);
+        second.UpdateList();
+        EXPECT_EQ(Rows(second), FreshRows(&doc, nullptr, 0)) << "kept, a rename since";
+        // The fresh list filled after this one: what this one keeps is not used.
+    }
+    live->RemoveChild(nth(9));
+    {
+        EventsListModel third(&doc, nullptr);
+        third.UpdateList();
+        EXPECT_EQ(Rows(third), FreshRows(&doc, nullptr, 0)) << "a removal since";
+        third.Clear();
+        third.ForgetEvents({nth(10), nth(30)});
+        live->RemoveChild(nth(10));
+        live->RemoveChild(nth(30));
+        nth(11)->SetValue(L"name", L"zzz last");
+        third.UpdateList();
+        EXPECT_EQ(Rows(third), FreshRows(&doc, nullptr, 0)) << "forgotten, then removed";
+    }
+}
+
+// An edit that leaves a list sorted by name in its order tells the view of that row alone,
+// so that the view keeps its layout of every other row; one that moves a row resets.
+TEST(EventsListRefill, AnEditInPlaceChangesTheRowAlone)
+{
+    XmlDocument doc;
+    Load(doc, EventsCfg({Event("Alpha"), Event("Bravo"), Event("Charlie")}));
+    XmlNode* live = doc.Node(L"events");
+    EventsListModel model(&doc, nullptr);
+    QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    model.UpdateList();
+    QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
+    QSignalSpy changes(&model, &QAbstractItemModel::dataChanged);
+
+    live->NodeV(L"event?name=Bravo?")->SetValue(L"notify", L"T");
+    model.UpdateList();
+    EXPECT_EQ(resets.count(), 0);
+    ASSERT_EQ(changes.count(), 1);
+    EXPECT_EQ(changes.at(0).at(0).toModelIndex().row(), 1);
+    EXPECT_EQ(Rows(model), FreshRows(&doc, nullptr, 0));
+
+    live->NodeV(L"event?name=Bravo?")->SetValue(L"name", L"Zulu");
+    model.UpdateList();
+    EXPECT_EQ(resets.count(), 1);
+    EXPECT_EQ(Rows(model), FreshRows(&doc, nullptr, 0));
 }

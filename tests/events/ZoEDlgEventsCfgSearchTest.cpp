@@ -9,12 +9,15 @@
 #include <QAbstractItemModelTester>
 #include <QAction>
 #include <QCheckBox>
+#include <QItemSelection>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
 #include <QTreeView>
+
+#include <algorithm>
 
 using namespace events_test;
 
@@ -227,6 +230,31 @@ TEST(EventsListSearch, ReplaceAllStartsAtTheSelectedEventAndEndsWithAReplacement
     EXPECT_EQ(s.Condition("Boiler"), L"[T1] > 80 AND [T1] < 99");
     EXPECT_EQ(s.Condition("Chiller"), L"[T1T1] > 5 AND [T1T1] < 7");
     EXPECT_TRUE(s.dialog.IsModified());
+}
+
+TEST(EventsListSearch, ReplaceAllLeavesTheRowsAndTheirSelectionAsTheyWere)
+{
+    SearchList s;
+    s.list->selectionModel()->select(QItemSelection(s.list->model()->index(1, 0), s.list->model()->index(2, 0)),
+                                     QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    s.OpenSearch();
+    s.Request("ReplaceAll", L"T1", L"T2");
+    EXPECT_EQ(s.messages.Ids(), (std::vector<unsigned>{36366}));
+    EXPECT_EQ(s.Condition("Chiller"), L"[T2] > 5 AND [T2] < 7");
+    ASSERT_EQ(s.list->model()->rowCount(), 3);
+    EXPECT_EQ(s.list->model()->index(0, 0).data().toString(), "Alpha");
+    std::vector<int> selected;
+    for (QModelIndex const& index : s.list->selectionModel()->selectedRows())
+        selected.push_back(index.row());
+    std::sort(selected.begin(), selected.end());
+    EXPECT_EQ(selected, (std::vector<int>{1, 2}));
+    // The list's next fill sees the events as they are now.
+    s.list->selectionModel()->select(s.list->model()->index(2, 0),
+                                     QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    s.dialog.findChild<QPushButton*>("deleteButton")->click();
+    ASSERT_EQ(s.list->model()->rowCount(), 2);
+    EXPECT_EQ(s.list->model()->index(1, 0).data().toString(), "Boiler");
+    EXPECT_EQ(s.Condition("Boiler"), L"[T2] > 80 AND [T2] < 99");
 }
 
 TEST(EventsListSearch, ReplaceAllThatFindsNothingStillTellsTheUserAndChangesNothing)

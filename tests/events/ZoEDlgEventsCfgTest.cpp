@@ -211,6 +211,17 @@ TEST(EventsListDialog, ModifyRenamesAndReselectsWithoutTouchingTheDevices)
     QTest::mouseDClick(events.list->viewport(), Qt::LeftButton, {},
                        events.list->visualRect(events.Model()->index(2, 0)).center());
     EXPECT_EQ(editor.Count(), 2);
+
+    // The rows tell the editor which names may clash; the check itself stays exact: another
+    // event's very name is refused, the same name in other case is not.
+    events.Select({1}); // Charlie
+    editor.Then(TypeAndOk("Delta"));
+    events.Click("modifyButton");
+    EXPECT_EQ(events.messages.Ids(), std::vector<unsigned>{32796});
+    EXPECT_EQ(events.Rows(), "alpha,Charlie,Delta,Zulu");
+    editor.Then(TypeAndOk("DELTA"));
+    events.Click("modifyButton");
+    EXPECT_EQ(events.Rows(), "alpha,Delta,DELTA,Zulu");
 }
 
 TEST(EventsListDialog, DeleteAsksThenUnregistersEverywhereAndReselects)

@@ -58,29 +58,9 @@ void ZoDeviceCatalog::LoadEvents(XmlNode const* node)
         void const* const eventTag = doc.TagKey(L"event");
         void const* const nameTag = doc.TagKey(L"name");
         part.drivers.reserve(static_cast<std::size_t>(events->Size()));
-        // The keys of one event lie far from those of the next, and its name's text farther:
-        // fetch the keys of the event four ahead, and the name of the one two ahead.
-        XmlNode const* ahead2 = events->FirstChild();
-        XmlNode const* ahead4 = ahead2;
-        for (int i = 0; i < 4 && ahead4; ++i) {
-            ahead4 = ahead4->NextSibling();
-            if (i == 1)
-                ahead2 = ahead4;
-        }
-        for (XmlNode const* event = events->FirstChild(); event; event = event->NextSibling()) {
-            if (ahead4) {
-                __builtin_prefetch(ahead4->FirstChild());
-                ahead4 = ahead4->NextSibling();
-            }
-            if (ahead2) {
-                __builtin_prefetch(TextOf(*ahead2, nameTag).data());
-                ahead2 = ahead2->NextSibling();
-            }
-            if (event->TagKey() != eventTag)
-                continue;
-            std::string_view const name = TextOf(*event, nameTag);
+        zo::xml::ForEachKeyText(*events, eventTag, nameTag, [this, &part](XmlNode const&, std::string_view name) {
             if (name.empty())
-                continue;
+                return;
             ZoDriver& driver = part.drivers.emplace_back();
             driver.m_name = part.names.AddUtf8(kZoEventsDevicePrefix, name);
             driver.m_description = driver.m_name.substr(kZoEventsDevicePrefix.size());
@@ -88,7 +68,7 @@ void ZoDeviceCatalog::LoadEvents(XmlNode const* node)
             driver.m_variables = m_eventVariables.data();
             driver.m_variableCount = static_cast<std::uint32_t>(m_eventVariables.size());
             driver.m_eventsDevice = true;
-        }
+        });
     }
     part.index.Build(static_cast<std::uint32_t>(part.drivers.size()),
                      [&part](std::uint32_t i) { return part.drivers[i].m_name; });

@@ -1,5 +1,6 @@
 #pragma once
 #include "config/XmlDocument.h"
+#include "config/XmlKeys.h"
 
 #include <string_view>
 
@@ -8,22 +9,8 @@ namespace zo::catalog {
 
 using XmlNode = XmlDocument::XmlNode;
 
-// The first direct child whose interned tag is key (see XmlDocument::TagKey), or null.
-inline XmlNode const* ChildByKey(XmlNode const& parent, void const* key)
-{
-    if (!key)
-        return nullptr;
-    for (XmlNode const* child = parent.FirstChild(); child; child = child->NextSibling())
-        if (child->TagKey() == key)
-            return child;
-    return nullptr;
-}
-
-inline std::string_view TextOf(XmlNode const& parent, void const* key)
-{
-    XmlNode const* child = ChildByKey(parent, key);
-    return child ? child->TextUtf8() : std::string_view();
-}
+using zo::xml::ChildByKey;
+using zo::xml::TextOf;
 
 // The text without blanks (space, tab, CR, LF) at either end.
 std::string_view Trimmed(std::string_view text);

@@ -17,14 +17,18 @@ namespace {
 constexpr quintptr kPlaceBits = 2;
 constexpr quintptr kPlaceMask = (quintptr(1) << kPlaceBits) - 1;
 
-// Lower case for the filter: ASCII directly, the rest by Unicode case folding.
+// Lower case for the filter: ASCII directly, the rest by Unicode case folding. One character
+// gives one, so the text is written in place.
 void AppendFolded(std::wstring& out, std::wstring_view text)
 {
+    std::size_t const start = out.size();
+    out.resize(start + text.size());
+    wchar_t* folded = out.data() + start;
     for (wchar_t const c : text) {
         if (c < 0x80)
-            out += (c >= L'A' && c <= L'Z') ? wchar_t(c + 32) : c;
+            *folded++ = (c >= L'A' && c <= L'Z') ? wchar_t(c + 32) : c;
         else
-            out += static_cast<wchar_t>(QChar::toCaseFolded(static_cast<char32_t>(c)));
+            *folded++ = static_cast<wchar_t>(QChar::toCaseFolded(static_cast<char32_t>(c)));
     }
 }
 
@@ -72,14 +76,31 @@ void ZoDeviceTreeModel::Fold()
     if (!m_catalog)
         return;
     auto const devices = m_catalog->Devices();
+    // The block is sized once: growing it would copy it again and again.
+    std::size_t size = 0;
+    auto count = [&size](std::wstring_view first, std::wstring_view second) {
+        size += first.size() + (second.empty() ? 0 : second.size() + 1);
+    };
+    for (ZoDriver const& device : devices) {
+        count(device.Name(), device.Description());
+        for (ZoVariableInfo const& variable : device.Variables())
+            count(variable.code, variable.description);
+    }
+    for (ZoVariableInfo const& variable : m_catalog->EventVariables())
+        count(variable.code, variable.description);
+    for (ZoDriver const& device : m_catalog->EventsDevices())
+        count(device.Name(), {});
+    m_folded.reserve(size);
+
     auto addEntry = [this](std::vector<TextRange>& ranges, std::wstring_view first, std::wstring_view second) {
         auto const begin = static_cast<std::uint32_t>(m_folded.size());
         AppendFolded(m_folded, first);
+        auto const firstEnd = static_cast<std::uint32_t>(m_folded.size());
         if (!second.empty()) {
             m_folded += L'\n';
             AppendFolded(m_folded, second);
         }
-        ranges.push_back({begin, static_cast<std::uint32_t>(m_folded.size())});
+        ranges.push_back({begin, static_cast<std::uint32_t>(m_folded.size()), firstEnd});
     };
     m_deviceText.reserve(devices.size());
     m_firstVariable.reserve(devices.size());
@@ -109,10 +130,7 @@ void ZoDeviceTreeModel::Fold()
         order.resize(drivers.size());
         for (std::uint32_t i = 0; i < order.size(); ++i)
             order[i] = i;
-        auto folded = [&](std::uint32_t i) {
-            std::wstring_view const text = FoldedText(texts[i]);
-            return text.substr(0, text.find(L'\n'));
-        };
+        auto folded = [&](std::uint32_t i) { return FirstFoldedText(texts[i]); };
         std::stable_sort(order.begin(), order.end(), [&](std::uint32_t a, std::uint32_t b) {
             int const byFolded = folded(a).compare(folded(b));
             return byFolded != 0 ? byFolded < 0 : drivers[a].Name() < drivers[b].Name();
@@ -125,6 +143,11 @@ void ZoDeviceTreeModel::Fold()
 std::wstring_view ZoDeviceTreeModel::FoldedText(TextRange range) const
 {
     return std::wstring_view(m_folded).substr(range.begin, range.end - range.begin);
+}
+
+std::wstring_view ZoDeviceTreeModel::FirstFoldedText(TextRange range) const
+{
+    return std::wstring_view(m_folded).substr(range.begin, range.firstEnd - range.begin);
 }
 
 bool ZoDeviceTreeModel::Offered(ZoVariableInfo const& variable) const
@@ -166,17 +189,17 @@ void ZoDeviceTreeModel::FilterDevices(std::wstring_view needle, bool narrowing)
         std::uint32_t const d = narrowing ? previous[i].device : m_sortedDevices[i];
         std::wstring_view const deviceText = FoldedText(m_deviceText[d]);
         bool const deviceMatches = Holds(deviceText, needle);
-        bool const nameMatches = !devicePart.empty() &&
-            deviceText.substr(0, deviceText.find(L'\n')).find(devicePart) != std::wstring_view::npos;
+        bool const nameMatches =
+            !devicePart.empty() && FirstFoldedText(m_deviceText[d]).find(devicePart) != std::wstring_view::npos;
         ShownDevice shown{d, {static_cast<std::uint32_t>(m_shownVariables.size()), 0}};
         auto const variables = devices[d].Variables();
         bool variableMatches = false;
         for (std::uint32_t v = 0; v < variables.size(); ++v) {
             if (!Offered(variables[v]))
                 continue;
-            std::wstring_view const text = FoldedText(m_variableText[m_firstVariable[d] + v]);
-            bool const matches = deviceMatches || Holds(text, needle) ||
-                (nameMatches && text.substr(0, text.find(L'\n')).find(codePart) != std::wstring_view::npos);
+            TextRange const range = m_variableText[m_firstVariable[d] + v];
+            bool const matches = deviceMatches || Holds(FoldedText(range), needle) ||
+                (nameMatches && FirstFoldedText(range).find(codePart) != std::wstring_view::npos);
             if (!matches)
                 continue;
             variableMatches = true;

@@ -108,8 +108,11 @@ private:
     struct TextRange {
         std::uint32_t begin = 0;
         std::uint32_t end = 0;
+        std::uint32_t firstEnd = 0; // where the name or code ends
     };
     std::wstring_view FoldedText(TextRange range) const;
+    // The name or code alone.
+    std::wstring_view FirstFoldedText(TextRange range) const;
     void FilterDevices(std::wstring_view needle, bool narrowing);
     void FilterEvents(std::wstring_view needle, bool narrowing);
     bool ShowsEventsBranch() const;

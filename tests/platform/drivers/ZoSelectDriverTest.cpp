@@ -109,6 +109,38 @@ TEST_F(DeviceTree, FilterFindsNamesCodesAndDescriptionsIgnoringCase)
     EXPECT_EQ(model.VariableCount(), 1);
 }
 
+TEST(DeviceTreeOrder, NamesEqualWithoutCaseComeAsWrittenAndEventsLikewise)
+{
+    std::string devices = "<catalog>";
+    for (char const* name : {"pump", "Éclair", "PUMP", "eclair", "Pump", "ÉCLAIR", "pumps", "PUMP2 "})
+        devices += std::string("<driver><name>") + name + "</name><description>Unit " + name +
+            "</description><variable><code>V</code><type>analog</type></variable></driver>";
+    devices += "</catalog>";
+    std::string events = "<events>";
+    for (char const* name : {"b", "B", "a b", "A", "a"})
+        events += std::string("<event><name>") + name + "</name></event>";
+    events += "</events>";
+    XmlDocument devicesDoc;
+    XmlDocument eventsDoc;
+    ASSERT_TRUE(devicesDoc.Parse(devices.c_str()));
+    ASSERT_TRUE(eventsDoc.Parse(events.c_str()));
+    ZoDeviceCatalog catalog;
+    catalog.LoadDevices(devicesDoc.Root());
+    catalog.LoadEvents(eventsDoc.Root());
+    ZoDeviceTreeModel model(&catalog, ZoDeviceTreeModel::Mode::Devices);
+    QStringList rows;
+    for (int row = 0; row < model.rowCount(); ++row)
+        rows << model.index(row, 0).data().toString();
+    // Folded names first ("pump" before "pump2 " before "pumps"), then the names as written.
+    EXPECT_EQ(rows.join('|'), "eclair|PUMP|Pump|pump|PUMP2 |pumps|ÉCLAIR|Éclair");
+    ZoDeviceTreeModel variables(&catalog, ZoDeviceTreeModel::Mode::Variables);
+    QModelIndex const branch = variables.index(variables.rowCount() - 1, 0);
+    rows.clear();
+    for (int row = 0; row < variables.rowCount(branch); ++row)
+        rows << variables.index(row, 0, branch).data().toString();
+    EXPECT_EQ(rows.join('|'), "R$EVE_A|R$EVE_a|R$EVE_a b|R$EVE_B|R$EVE_b");
+}
+
 TEST_F(DeviceTree, OffersOnlyTheVariablesOfTheMaskAndDevicesInDeviceMode)
 {
     ZoDeviceTreeModel digital(m_catalog.get(), ZoDeviceTreeModel::Mode::Variables, ZoTypeOf(kZoDigital));
