@@ -1,9 +1,9 @@
 #include "events/EventsListModel.h"
+#include "platform/tools/ZoKeyOrder.h"
 #include "platform/tools/ZoTexts.h"
 #include "platform/tools/ZoUtf.h"
 #include "platform/ui/ZoIcons.h"
 #include <algorithm>
-#include <cstring>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -19,21 +19,6 @@ std::string FoldedText(QString const& text)
 // Time-table id -> index of its name, for one fill. The same id space covers days, weeks
 // and calendars; they are read in that order and the first element with an id wins.
 using TimeTableIds = std::unordered_map<std::string_view, int>;
-
-// The first 8 bytes of a folded name, big-endian and zero-padded: comparing two of them
-// as integers orders the names as their first bytes do, without touching the texts.
-std::uint64_t Prefix(std::string_view key)
-{
-    if (key.size() >= 8) {
-        std::uint64_t word;
-        std::memcpy(&word, key.data(), 8);
-        return __builtin_bswap64(word);
-    }
-    std::uint64_t prefix = 0;
-    for (std::size_t i = 0; i < 8; ++i)
-        prefix = (prefix << 8) | (i < key.size() ? static_cast<unsigned char>(key[i]) : 0u);
-    return prefix;
-}
 
 } // namespace
 
@@ -310,56 +295,9 @@ std::string_view EventsListModel::NameKey(Row const& row) const
 
 void EventsListModel::SortByName()
 {
-    // Names often share long beginnings ("PLC3_PUMP_12_PRESSURE_..."): the first 40 bytes
-    // of each are kept in its key as integers, so that the sort compares integers alone.
-    // Keys equal there whose names are longer are then ordered by the rest of their names.
-    constexpr std::size_t kWords = 5;
-    struct Key {
-        std::uint64_t prefix[kWords];
-        std::uint32_t index;
-        bool operator<(Key const& other) const
-        {
-            for (std::size_t word = 0; word < kWords; ++word) {
-                if (prefix[word] != other.prefix[word])
-                    return prefix[word] < other.prefix[word];
-            }
-            return index < other.index;
-        }
-        bool SamePrefix(Key const& other) const
-        {
-            return std::equal(prefix, prefix + kWords, other.prefix);
-        }
-    };
-    constexpr std::size_t kPrefixBytes = sizeof(Key::prefix);
-    std::vector<Key> keys(m_rows.size());
-    for (std::size_t i = 0; i < m_rows.size(); ++i) {
-        std::string_view const name = NameKey(m_rows[i]);
-        Key& key = keys[i];
-        for (std::size_t word = 0; word < kWords; ++word)
-            key.prefix[word] = Prefix(word * 8 < name.size() ? name.substr(word * 8) : std::string_view());
-        key.index = std::uint32_t(i);
-    }
-    std::sort(keys.begin(), keys.end());
-    auto byRest = [this](Key const& a, Key const& b) {
-        if (int const order = NameKey(m_rows[a.index]).compare(NameKey(m_rows[b.index])))
-            return order < 0;
-        return a.index < b.index;
-    };
-    for (std::size_t begin = 0; begin < keys.size();) {
-        std::size_t end = begin + 1;
-        while (end < keys.size() && keys[end].SamePrefix(keys[begin]))
-            ++end;
-        if (end - begin > 1) {
-            bool const longer = std::any_of(keys.begin() + std::ptrdiff_t(begin), keys.begin() + std::ptrdiff_t(end),
-                                            [this](Key const& key) { return NameKey(m_rows[key.index]).size() > kPrefixBytes; });
-            if (longer)
-                std::sort(keys.begin() + std::ptrdiff_t(begin), keys.begin() + std::ptrdiff_t(end), byRest);
-        }
-        begin = end;
-    }
-    m_byName.resize(keys.size());
-    for (std::size_t i = 0; i < keys.size(); ++i)
-        m_byName[i] = keys[i].index;
+    // Names often share long beginnings ("PLC3_PUMP_12_PRESSURE_..."): the sort keeps the
+    // first 40 bytes of each folded name as integers.
+    m_byName = ZoOrderByKeys(m_rows.size(), [this](std::size_t row) { return NameKey(m_rows[row]); });
 }
 
 void EventsListModel::SortRows()

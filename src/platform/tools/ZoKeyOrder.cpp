@@ -1,4 +1,5 @@
 #include "platform/tools/ZoKeyOrder.h"
+#include "platform/tools/ZoUtf.h"
 
 #include <QChar>
 #include <QList>
@@ -40,21 +41,6 @@ struct Key {
     }
     bool SamePrefix(Key const& other) const { return std::equal(prefix, prefix + kWords, other.prefix); }
 };
-
-// A UTF-16 unit written as UTF-8 writes a character of that value.
-void AppendUnit(std::string& out, char16_t unit)
-{
-    if (unit < 0x80) {
-        out.push_back(static_cast<char>(unit));
-    } else if (unit < 0x800) {
-        out.push_back(static_cast<char>(0xC0 | (unit >> 6)));
-        out.push_back(static_cast<char>(0x80 | (unit & 0x3F)));
-    } else {
-        out.push_back(static_cast<char>(0xE0 | (unit >> 12)));
-        out.push_back(static_cast<char>(0x80 | ((unit >> 6) & 0x3F)));
-        out.push_back(static_cast<char>(0x80 | (unit & 0x3F)));
-    }
-}
 
 } // namespace
 
@@ -117,11 +103,12 @@ void ZoAppendCaseFoldedKey(std::string& out, std::string_view utf8)
     QString const rest = QString::fromUtf8(utf8.data() + i, static_cast<qsizetype>(utf8.size() - i));
     for (char32_t const c : rest.toUcs4()) {
         char32_t const folded = QChar::toCaseFolded(c);
+        // Each UTF-16 unit written as UTF-8 writes a character of that value.
         if (QChar::requiresSurrogates(folded)) {
-            AppendUnit(out, QChar::highSurrogate(folded));
-            AppendUnit(out, QChar::lowSurrogate(folded));
+            ZoAppendUtf8(out, QChar::highSurrogate(folded));
+            ZoAppendUtf8(out, QChar::lowSurrogate(folded));
         } else {
-            AppendUnit(out, static_cast<char16_t>(folded));
+            ZoAppendUtf8(out, folded);
         }
     }
 }
