@@ -2,9 +2,12 @@
 
 #include "EventChoiceModel.h"
 #include "EventChooserDlg.h"
+#include "ProblemsWindow.h"
 #include "ProjectFolder.h"
 #include "ProjectPanel.h"
 #include "ProjectSummary.h"
+#include "actions/ZoUsersDocument.h"
+#include "check/ZoProjectChecker.h"
 #include "editor/ZoEDlgEventCfg.h"
 #include "events/EventsListModel.h"
 #include "events/ZoEDlgEventsCfg.h"
@@ -119,6 +122,10 @@ void MainWindow::CreateActions()
     connect(m_timeTables, &QAction::triggered, this, &MainWindow::OnTimeTables);
     connect(m_timeSlot, &QAction::triggered, this, &MainWindow::OnTimeSlot);
 
+    m_checkProject = NewAction(this, 64572, "checkProjectAction");
+    m_checkProject->setShortcut(QKeySequence(Qt::Key_F7));
+    connect(m_checkProject, &QAction::triggered, this, &MainWindow::OnCheckProject);
+
     m_about = NewAction(this, 60015, "aboutAction");
     m_about->setMenuRole(QAction::AboutRole);
     connect(m_about, &QAction::triggered, this, &MainWindow::OnAbout);
@@ -143,6 +150,8 @@ void MainWindow::CreateMenus()
     events->addAction(m_timeTables);
     events->addAction(m_timeSlot);
     events->addAction(m_eventVariables);
+    events->addSeparator();
+    events->addAction(m_checkProject);
 
     QMenu* help = menuBar()->addMenu(ZoText(60014));
     help->addAction(m_about);
@@ -176,6 +185,7 @@ void MainWindow::UpdateActions()
     m_eventGroups->setEnabled(open);
     m_timeTables->setEnabled(open);
     m_timeSlot->setEnabled(open);
+    m_checkProject->setEnabled(open);
     m_save->setEnabled(open && HasUnsavedChanges());
 }
 
@@ -226,6 +236,10 @@ bool MainWindow::OpenFolder(QString const& folder)
     EventsListModel::DropKept();
     m_project = std::move(project);
     m_unsaved = 0;
+    // The findings were those of the project that was open.
+    m_checker.reset();
+    if (m_problems)
+        m_problems->close();
     ZoVelmoraSetup::instance().SetCfgPath(m_project->Folder().toStdWString());
     ZoEventSystem::instance()->SetFeedAvailable(m_project->FeedAvailable());
     // Formulas resolve their variables in the project's devices and events.
@@ -277,7 +291,7 @@ bool MainWindow::SaveDocuments(std::initializer_list<ProjectDoc> docs)
     bool const saved = m_project->Save(pending, error);
     if (saved) {
         m_unsaved = 0;
-        statusBar()->showMessage(ZoText(60054), 5000);
+        statusBar()->showMessage(ZoText(60054) + " " + CheckCountsText(), 10000);
     } else {
         ZoShowMessageText(this, 60046, error, ZoMsgIcon::Error);
     }
@@ -341,32 +355,41 @@ void MainWindow::OnEditEvent()
     EventChooserDlg chooser(this, events);
     if (chooser.DoModal() != QDialog::Accepted)
         return;
+    EditEvent([index = chooser.ChosenIndex()](XmlNode* root) { return NthEvent(root, index); });
+}
 
+bool MainWindow::EditEvent(EventFinder const& find, QString const& control, int moment)
+{
+    ProjectFolder& project = *m_project;
+    XmlNode* events = project.Events().Root()->Child(L"events");
     // The editor works on a copy of all events (it checks the name against the others);
     // the copy replaces the live events only when the editor ends with OK.
     XmlDocument copy(*events);
-    XmlNode* event = NthEvent(copy.Root(), chooser.ChosenIndex());
+    XmlNode* event = find(copy.Root());
     if (!event)
-        return;
+        return false;
     int result = QDialog::Rejected;
     {
         ZoEDlgEventCfg editor(this, event, copy.Root(), project.Events().Root()->Child(L"eventsGroups"),
                               project.TimeTables().Root(), &project.Users());
+        editor.m_openAtControl = control;
+        editor.m_openAtMoment = moment;
         result = editor.DoModal();
     }
     if (result != QDialog::Accepted)
-        return;
+        return false;
     // The editor changes only its own event: comparing that one tells whether to save.
     std::string before;
     std::string after;
-    NthEvent(events, chooser.ChosenIndex())->CreateXmlCode(before);
+    find(events)->CreateXmlCode(before);
     event->CreateXmlCode(after);
     if (before == after)
-        return;
+        return false;
     *events = *copy.Root();
     ZoRefreshProjectEvents(events);
     SaveDocuments({ProjectDoc::Events});
     UpdatePanel();
+    return true;
 }
 
 // Events > Event groups: deleting groups and changing members act on the live document at
@@ -492,4 +515,99 @@ void MainWindow::closeEvent(QCloseEvent* event)
         event->accept();
     else
         event->ignore();
+}
+
+namespace {
+
+// The event editor's control that holds a finding's field (its object name).
+QString EditorControl(ZoFinding const& finding)
+{
+    switch (finding.field) {
+    case ZoCheckField::Condition: return QStringLiteral("conditionEdit");
+    case ZoCheckField::StopCondition: return QStringLiteral("stopConditionEdit");
+    case ZoCheckField::DelayActivate: return QStringLiteral("delayActivateEdit");
+    case ZoCheckField::DelayDeactivate: return QStringLiteral("delayDeactivateEdit");
+    case ZoCheckField::TimeTable: return QStringLiteral("timeTableCombo");
+    case ZoCheckField::Groups: return QStringLiteral("groupsList");
+    case ZoCheckField::Annotation: return QStringLiteral("annotationEdit");
+    case ZoCheckField::DeaAnnotation: return QStringLiteral("deaAnnotationEdit");
+    case ZoCheckField::AckAnnotation: return QStringLiteral("ackAnnotationEdit");
+    case ZoCheckField::Argument: return QStringLiteral("argumentsList");
+    case ZoCheckField::Action:
+        return finding.list == 1 ? QStringLiteral("clientActionsMomentTabs") : QStringLiteral("actionsMomentTabs");
+    case ZoCheckField::Name:
+    case ZoCheckField::Identity:
+    case ZoCheckField::None: return QStringLiteral("nameEdit");
+    }
+    return {};
+}
+
+// The documents the check reads: the users file only once a dialog loaded it.
+ZoProjectDocs CheckedDocs(ProjectFolder& project)
+{
+    return {project.Events().Root(), project.TimeTables().Root(), project.Devices().Root(), project.Users().Root(),
+            project.Folder().toStdWString()};
+}
+
+// Formulas resolve in the catalog the editor keeps up to date.
+ZoCheckOptions CheckOptions()
+{
+    ZoCheckOptions options;
+    options.catalog = ZoDeviceCatalog::Installed();
+    return options;
+}
+
+XmlNode* ChildAt(XmlNode* parent, std::uint32_t position)
+{
+    XmlNode* child = parent ? parent->FirstChild() : nullptr;
+    for (std::uint32_t i = 0; child && i < position; ++i)
+        child = child->NextSibling();
+    return child && child->HasTag(L"event") ? child : nullptr;
+}
+
+} // namespace
+
+void MainWindow::OnCheckProject()
+{
+    if (!m_project)
+        return;
+    ProjectFolder& project = *m_project;
+    // Mail and SMS recipients are checked against the users file.
+    ZoEnsureUsersLoaded(this, &project.Users());
+    m_checker = std::make_unique<ZoProjectChecker>(CheckedDocs(project), CheckOptions());
+    if (!m_problems) {
+        m_problems = new ProblemsWindow(this);
+        connect(m_problems, &ProblemsWindow::openRequested, this, &MainWindow::OnOpenProblem);
+        connect(m_problems, &ProblemsWindow::checkAgainRequested, this, &MainWindow::OnCheckProject);
+    }
+    m_problems->SetFindings(m_checker->CheckProject());
+    m_problems->show();
+    m_problems->raise();
+    m_problems->activateWindow();
+}
+
+void MainWindow::OnOpenProblem(ZoFinding const& finding)
+{
+    if (!m_project || !m_checker || finding.subject != ZoCheckSubject::Event || finding.path.size() != 2)
+        return;
+    std::uint32_t const position = finding.path[1];
+    bool const changed = EditEvent([position](XmlNode* root) { return ChildAt(root, position); },
+                                   EditorControl(finding), finding.field == ZoCheckField::Action ? finding.moment : -1);
+    // A save has checked the whole project again; when it failed, the event alone is.
+    if (changed && m_problems && HasUnsavedChanges())
+        m_problems->ReplaceEventFindings(position, m_checker->CheckEvent(position));
+}
+
+QString MainWindow::CheckCountsText()
+{
+    ZoCheckCounts counts;
+    if (m_problems && m_problems->isVisible()) {
+        // The open Problems window follows every change, whichever dialog made it.
+        m_checker = std::make_unique<ZoProjectChecker>(CheckedDocs(*m_project), CheckOptions());
+        m_problems->SetFindings(m_checker->CheckProject());
+        counts = m_problems->Model().Counts();
+    } else {
+        counts = ZoCountFindings(ZoCheckProject(CheckedDocs(*m_project), CheckOptions()));
+    }
+    return QString::fromStdWString(ZoFormat(ZoLoadString(64573).c_str(), counts.errors, counts.warnings));
 }

@@ -1,14 +1,19 @@
 #pragma once
-#include "ProjectFiles.h"
+#include "config/XmlDocument.h"
+#include "project/ProjectFiles.h"
 #include "RecentFolders.h"
 
 #include <QMainWindow>
 
+#include <functional>
 #include <initializer_list>
 #include <memory>
 
+class ProblemsWindow;
 class ProjectFolder;
 class ProjectPanel;
+class ZoProjectChecker;
+struct ZoFinding;
 class QAction;
 class QMenu;
 
@@ -17,7 +22,7 @@ class QMenu;
 //
 // Object names of the actions: openFolderAction, recentMenu, clearRecentAction, saveAction,
 // quitAction, eventsAction, editEventAction, eventGroupsAction, timeTablesAction,
-// timeSlotAction, eventVariablesAction, aboutAction.
+// timeSlotAction, eventVariablesAction, checkProjectAction, aboutAction.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 public:
@@ -39,7 +44,11 @@ public:
     void OnEventVariables();
     void OnTimeTables();
     void OnTimeSlot();
+    // Events > Check Project (F7): checks the whole project and shows the Problems window.
+    void OnCheckProject();
     void OnAbout();
+    // The Problems window, once Check Project has opened it (null before).
+    ProblemsWindow* Problems() const { return m_problems; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -55,6 +64,16 @@ private:
     bool SaveDocuments(std::initializer_list<zo::project::ProjectDoc> docs);
     // Before the project is closed: offers to save unsaved changes; false to stay.
     bool MaySaveChanges();
+    // Runs the event editor on a working copy of the events, on the event find() picks in
+    // it, opened at control (and moment) when given; the copy replaces the events and they
+    // are saved when that event changed. True then.
+    using EventFinder = std::function<XmlDocument::XmlNode*(XmlDocument::XmlNode*)>;
+    bool EditEvent(EventFinder const& find, QString const& control = {}, int moment = -1);
+    // A row of the Problems window: opens its event at its field, then checks it again.
+    void OnOpenProblem(ZoFinding const& finding);
+    // After a save: the project's counts of errors and warnings, for the status bar; an open
+    // Problems window is filled again.
+    QString CheckCountsText();
 
     RecentFolders m_recent;
     std::unique_ptr<ProjectFolder> m_project;
@@ -71,5 +90,8 @@ private:
     QAction* m_timeTables = nullptr;
     QAction* m_timeSlot = nullptr;
     QAction* m_eventVariables = nullptr;
+    QAction* m_checkProject = nullptr;
     QAction* m_about = nullptr;
+    ProblemsWindow* m_problems = nullptr;
+    std::unique_ptr<ZoProjectChecker> m_checker; // of the findings the Problems window shows
 };

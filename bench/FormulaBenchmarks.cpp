@@ -1,8 +1,9 @@
 // Formulas: one condition analysed and evaluated as the editor does on every keystroke,
-// every formula of a large project analysed against a large device catalog, and building
-// that catalog.
+// every formula of a large project analysed against a large device catalog, building that
+// catalog, and the project check (every rule over the same project, and one event again).
 #include "BenchFixtures.h"
 
+#include "check/ZoProjectChecker.h"
 #include "platform/drivers/ZoDeviceCatalog.h"
 #include "platform/formula/ZoEvaluator.h"
 #include "platform/tools/ZoUtf.h"
@@ -177,10 +178,64 @@ void BM_CatalogLoadDevices(benchmark::State& state)
     state.counters["MemoryUsed_MB"] = static_cast<double>(catalog.MemoryUsed()) / 1e6;
 }
 
+// The device tree as Devices.zocfg holds it: the generated device groups (every event
+// registered) and the catalog of 5,000 devices.
+std::unique_ptr<XmlDocument> DeviceTree(LoadedProject& project)
+{
+    auto tree = std::make_unique<XmlDocument>();
+    tree->Create(L"deviceTree");
+    *tree->Root()->NewChild(L"deviceGroups") = *project.deviceGroups.Root();
+    *tree->Root()->NewChild(L"catalog") = *CatalogDocument().Root();
+    return tree;
+}
+
+// Every rule of the project check over the project, with the catalog the editor has
+// installed (as the Problems window and a save do); the indexes are built in the loop.
+void BM_CheckProject(benchmark::State& state)
+{
+    auto project = LoadProject(Arg(state));
+    auto const tree = DeviceTree(*project);
+    auto const catalog = DevicesCatalog();
+    catalog->LoadEvents(project->Events());
+    ZoProjectDocs const docs{project->eventsCfg.Root(), TimeTables().Root(), tree->Root(), nullptr, {}};
+    ZoCheckOptions options;
+    options.from = QDate(2026, 1, 1);
+    options.catalog = catalog.get();
+    ZoCheckCounts counts;
+    std::size_t findings = 0;
+    for (auto _ : state) {
+        std::vector<ZoFinding> const found = ZoCheckProject(docs, options);
+        findings = found.size();
+        counts = ZoCountFindings(found);
+    }
+    state.counters["findings"] = static_cast<double>(findings);
+    state.counters["errors"] = counts.errors;
+    state.counters["warnings"] = counts.warnings;
+}
+
+// One event checked again after an edit, as the Problems window does after the editor's OK.
+void BM_CheckOneEvent(benchmark::State& state)
+{
+    auto project = LoadProject(Arg(state));
+    auto const tree = DeviceTree(*project);
+    auto const catalog = DevicesCatalog();
+    catalog->LoadEvents(project->Events());
+    ZoCheckOptions options;
+    options.from = QDate(2026, 1, 1);
+    options.catalog = catalog.get();
+    ZoProjectChecker checker({project->eventsCfg.Root(), TimeTables().Root(), tree->Root(), nullptr, {}}, options);
+    checker.CheckProject();
+    std::uint32_t const last = static_cast<std::uint32_t>(Arg(state) - 1);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(checker.CheckEvent(last).size());
+}
+
 } // namespace
 
 BENCHMARK(BM_EvaluateCondition)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_ReadProjectFormulas)->Arg(100000)->Unit(benchmark::kMillisecond)->Iterations(5);
 BENCHMARK(BM_AnalyseProjectFormulas)->Arg(100000)->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(BM_CheckProject)->Arg(100000)->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(BM_CheckOneEvent)->Arg(100000)->Unit(benchmark::kMillisecond)->Iterations(20);
 BENCHMARK(BM_CatalogLoadEvents)->Arg(100000)->Unit(benchmark::kMillisecond)->Iterations(10);
 BENCHMARK(BM_CatalogLoadDevices)->Arg(kCatalogDevices)->Unit(benchmark::kMillisecond)->Iterations(5);

@@ -1,5 +1,5 @@
 #pragma once
-#include "ProjectFiles.h"
+#include "project/ProjectFiles.h"
 
 #include <QString>
 #include <QTemporaryDir>

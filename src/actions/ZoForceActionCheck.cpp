@@ -5,6 +5,8 @@
 #include "platform/formula/ZoEvaluator.h"
 #include "platform/formula/ZoVariableName.h"
 
+#include <vector>
+
 namespace {
 
 constexpr int kNumber = 0;
@@ -57,7 +59,7 @@ ZoForceCheck ZoCheckForceVariable(ZoEvaluator& evaluator, std::wstring_view vari
     ZoBasicString<wchar_t> device, name, filter;
     if (!SplitFilterDriverVariable(inner, device, name, filter) || !filter.empty())
         return Fault(ZoForceFault::Unknown);
-    if (!target.Setup(inner) || !target.Lock())
+    if (!target.Setup(inner) || !target.Lock(evaluator.Catalog()))
         return Fault(ZoForceFault::Unknown);
     return {};
 }
@@ -77,8 +79,13 @@ ZoForceCheck ZoCheckForceValue(ZoEvaluator& evaluator, std::wstring_view value, 
 
     ZoValueInfo const& info = target.ValueInfo();
     bool const textVariable = target.Info() && target.Info()->kind == kZoText;
+    // A value computed from variables is known only when the project runs: the sample
+    // values the editor evaluates with say nothing of its range.
+    std::vector<ZoBasicString<wchar_t>> variables;
+    evaluator.GetDeviceVariables(variables);
+    bool const known = variables.empty();
     bool const suits = textVariable ? type == kText
                                     : (type == kNumber || type == kLogical)
-            && ((info.flags & kZoValueNoCheck) != 0 || info.Accepts(result));
+            && ((info.flags & kZoValueNoCheck) != 0 || !known || info.Accepts(result));
     return suits ? ZoForceCheck{} : Fault(ZoForceFault::Unsuitable);
 }

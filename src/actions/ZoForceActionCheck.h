@@ -31,5 +31,5 @@ ZoForceCheck ZoCheckForceVariable(ZoEvaluator& evaluator, std::wstring_view vari
 // The value formula (not empty) for a locked target: it parses and evaluates (period
 // filters off, flag 2), and its result suits the variable: a text for a text variable, a
 // number or logical value otherwise, within what ValueInfo accepts unless it checks
-// nothing (flag 1).
+// nothing (flag 1) or the value reads variables (known only when the project runs).
 ZoForceCheck ZoCheckForceValue(ZoEvaluator& evaluator, std::wstring_view value, ZoDriverVariable const& target);

@@ -269,6 +269,26 @@ void ZoEDlgEventCfg::OnInitDialog()
     m_tabs->setCurrentIndex(TabGeneral);
     SelectTabOfFocusCode();
     UpdateFeedControls();
+    OpenAtControl();
+}
+
+void ZoEDlgEventCfg::OpenAtControl()
+{
+    QWidget* control = m_openAtControl.isEmpty() ? nullptr : findChild<QWidget*>(m_openAtControl);
+    if (!control)
+        return;
+    for (int tab = 0; tab < m_tabs->count(); ++tab)
+        if (m_tabs->widget(tab)->isAncestorOf(control))
+            ShowTab(static_cast<Tab>(tab));
+    if (auto* moments = qobject_cast<QTabWidget*>(control); moments && m_openAtMoment >= 0) {
+        moments->setCurrentIndex(m_openAtMoment);
+        control = moments->currentWidget()->findChild<QTreeView*>();
+    }
+    if (!control)
+        return;
+    control->setFocus(Qt::OtherFocusReason);
+    if (auto* edit = qobject_cast<QLineEdit*>(control))
+        edit->selectAll();
 }
 
 void ZoEDlgEventCfg::LoadFields()

@@ -64,6 +64,11 @@ public:
     // can bear this name (not even with other case), so that the name check need not read
     // every event. Without it, every event is read.
     std::function<bool(std::wstring_view name)> m_mayClash;
+    // Opens with the tab that holds this control (an object name above) selected and the
+    // focus on it; for the action tabs, the moment's pane (m_openAtMoment, 0..3) shown.
+    // Unlike the focus code, OK validates and writes as usual.
+    QString m_openAtControl;
+    int m_openAtMoment = -1;
 
     // Tabs, in order.
     enum Tab { TabGeneral = 0, TabAdvanced = 1, TabActions = 2, TabClientActions = 3 };
@@ -119,6 +124,7 @@ private:
     bool UpdateCfg();
     bool ActionPanelsModified() const;
     void SelectTabOfFocusCode();
+    void OpenAtControl();
 
     bool IsValidName();
     void FillEmptyDelays();

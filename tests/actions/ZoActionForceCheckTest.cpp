@@ -24,6 +24,7 @@ TEST_F(ForceCheck, ValueMustSuitTheVariable)
     EXPECT_EQ(ValueFault(L"[BOILER.SP]", L"@Calc.Level(1)"), ZoForceFault::Module);
     EXPECT_EQ(ValueFault(L"[BOILER.SP]", L"1 / 0"), ZoForceFault::Evaluator);
     EXPECT_EQ(ValueFault(L"[BOILER.SP]", L"151"), ZoForceFault::Unsuitable);
+    EXPECT_EQ(ValueFault(L"[BOILER.SP]", L"[BOILER.SP] - 200"), ZoForceFault::None) << "known only when it runs";
     EXPECT_EQ(ValueFault(L"[BOILER.PUMP]", L"2"), ZoForceFault::Unsuitable);
     EXPECT_EQ(ValueFault(L"[BOILER.LABEL]", L"5"), ZoForceFault::Unsuitable);
     EXPECT_EQ(ValueFault(L"[BOILER.LABEL]", L"\"Open\""), ZoForceFault::None);

@@ -2,7 +2,7 @@
 // Helpers of the host editor's tests: a main window over a temporary copy of the demo
 // project, files read as bytes, and a full disk.
 #include "MainWindow.h"
-#include "ProjectFiles.h"
+#include "project/ProjectFiles.h"
 #include "ProjectFolder.h"
 #include "ProjectSaver.h"
 #include "events/ZoEDlgEventsCfg.h"

@@ -53,6 +53,8 @@ public:
     // The catalog in which variables resolve; null (the default): the installed one
     // (ZoDeviceCatalog::Installed) at the time of the analysis.
     void SetCatalog(ZoDeviceCatalog const* catalog);
+    // The catalog given with SetCatalog; null when formulas use the installed one.
+    ZoDeviceCatalog const* Catalog() const { return m_catalog; }
 
     void Set(wchar_t const* expression);
     void Set(std::wstring_view expression);

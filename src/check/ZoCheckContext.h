@@ -1,0 +1,174 @@
+#pragma once
+// The indexes the rules of the project check share, and the helpers that make findings.
+// Internal to src/check.
+#include "check/ZoProjectChecker.h"
+#include "platform/drivers/ZoDeviceCatalog.h"
+#include "platform/formula/ZoEvaluator.h"
+#include "timetables/ZoTimeTableResolution.h"
+
+#include <array>
+#include <deque>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+
+namespace zo::check {
+
+using XmlNode = XmlDocument::XmlNode;
+
+struct WideHash {
+    using is_transparent = void;
+    std::size_t operator()(std::wstring_view text) const { return std::hash<std::wstring_view>()(text); }
+};
+using WideSet = std::unordered_set<std::wstring, WideHash, std::equal_to<>>;
+
+struct Utf8Hash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>()(text); }
+};
+// Texts as stored (UTF-8), looked up by a view of a document's text without a copy.
+using Utf8Set = std::unordered_set<std::string, Utf8Hash, std::equal_to<>>;
+
+// The devices of type R$EVE with an id, and whether an event has that id.
+struct Registration {
+    int count = 0;
+    bool matched = false;
+};
+
+// The keys of an event the rules read, found in one pass over its children.
+enum EventKey {
+    KeyName,
+    KeyId,
+    KeyCondition,
+    KeyConditionStop,
+    KeyDelayActivate,
+    KeyDelayDeactivate,
+    KeyTimeTable,
+    KeyAnnotation,
+    KeyDeaAnnotation,
+    KeyAckAnnotation,
+    KeyArguments,
+    KeyEventsGroups,
+    KeyCount
+};
+// The interned tags of the keys in the events document (XmlDocument::TagKey).
+using EventKeyTags = std::array<void const*, KeyCount>;
+EventKeyTags EventKeyTagsOf(XmlDocument const& events);
+
+// The event a rule looks at.
+struct EventUnderCheck {
+    EventUnderCheck(XmlNode const& event, std::uint32_t position, EventKeyTags const& tags);
+
+    XmlNode const* Child(EventKey key) const { return keys[key]; }
+    std::string_view Utf8(EventKey key) const { return keys[key] ? keys[key]->TextUtf8() : std::string_view(); }
+    // Converted here, not with XmlNode::Value, which keeps the wide text in the document.
+    std::wstring Wide(EventKey key) const;
+
+    XmlNode const& node;
+    std::uint32_t position; // in `events`
+    std::array<XmlNode const*, KeyCount> keys{};
+    std::wstring name;
+    std::wstring id;
+};
+
+// Tags interned in one document (XmlDocument::TagKey), so that loops over many elements
+// compare tags as pointers instead of looking each key up by its text.
+struct DocumentTags {
+    DocumentTags() = default;
+    explicit DocumentTags(XmlDocument const* document);
+    void const* id = nullptr;
+    void const* name = nullptr;
+    void const* type = nullptr;
+    void const* notify = nullptr;
+    void const* disabled = nullptr;
+    void const* condition = nullptr;
+    void const* timeTable = nullptr;
+    void const* arguments = nullptr;
+    void const* devices = nullptr;
+    void const* groups = nullptr;
+    void const* sides[2] = {};
+    void const* moments[4] = {};
+};
+
+// The text of the element's first child with that tag, empty when there is none.
+std::string_view KeyText(XmlNode const& element, void const* tag);
+// The element's first child with that tag, or null.
+XmlNode const* KeyChild(XmlNode const* element, void const* tag);
+
+// A key's text as wide text, converted without keeping it in the document (XmlNode::Value
+// would keep it there for the document's life).
+std::wstring WideValue(XmlNode const& element, std::wstring_view key);
+
+// The position of child among its parent's children.
+std::uint32_t PositionOf(XmlNode const& child);
+
+} // namespace zo::check
+
+struct ZoProjectChecker::Context {
+    Context(ZoProjectDocs docs, ZoCheckOptions options);
+
+    ZoProjectDocs docs;
+    QDate from; // the year over which time tables are resolved: from .. to
+    QDate to;
+    std::unique_ptr<ZoDeviceCatalog> ownCatalog;
+    ZoDeviceCatalog const* catalog = nullptr;
+    ZoEvaluator evaluator;
+    ZoTimeTableResolution timeTables;
+    zo::check::Utf8Set groupIds;
+    zo::check::WideSet screens;
+    zo::check::WideSet reports;
+    zo::check::WideSet users;
+    zo::check::WideSet mailLists;
+    zo::check::WideSet phoneLists;
+    // UTF-8 name -> events holding it; the names are copied into one block (and a renamed
+    // event's new name kept apart), so that an event's edit leaves the counts valid.
+    std::unordered_map<std::string_view, int> eventNames;
+    std::vector<std::string_view> nameAt; // by position in `events`
+    std::string nameBlock;
+    std::deque<std::string> newNames;
+    // Event id -> its registrations; views into the device tree, which the check never
+    // changes (the editor checks anew after every save).
+    std::unordered_map<std::string_view, zo::check::Registration> registrations;
+    std::uint32_t eventsPosition = 0;                        // of `events` in the root
+    XmlDocument::XmlNode const* eventsElement = nullptr;
+    zo::check::EventKeyTags keyTags{};
+    zo::check::DocumentTags eventsTags;
+    zo::check::DocumentTags devicesTags;
+    std::vector<ZoFinding>* out = nullptr;
+
+    // A finding about the event, at the field.
+    ZoFinding& Add(zo::check::EventUnderCheck const& event, ZoSeverity severity, std::string_view rule,
+                   ZoCheckField field, std::wstring message);
+    // A finding about another element, at path in file.
+    ZoFinding& AddAt(zo::project::ProjectDoc file, std::vector<std::uint32_t> path, ZoCheckSubject subject,
+                     std::wstring name, std::wstring id, ZoSeverity severity, std::string_view rule,
+                     std::wstring message);
+
+    // Whether the time table allows any moment from `from` to `to`; each table is resolved
+    // once, however many events use it.
+    bool TableAllowsAny(std::wstring const& id);
+    std::unordered_map<std::wstring, bool> tableAllows;
+
+    void IndexNames();
+    void IndexRegistrations();
+    void IndexFolder();
+    void IndexUsers();
+};
+
+namespace zo::check {
+
+// The rules over one event (ZoEventRules.cpp, ZoActionRules.cpp).
+void CheckEventIdentity(ZoProjectChecker::Context& context, EventUnderCheck const& event);
+void CheckEventFormulas(ZoProjectChecker::Context& context, EventUnderCheck const& event);
+void CheckEventReferences(ZoProjectChecker::Context& context, EventUnderCheck const& event);
+void CheckEventActions(ZoProjectChecker::Context& context, EventUnderCheck const& event);
+
+// The rules over the project (ZoProjectRules.cpp).
+void CheckDuplicateIds(ZoProjectChecker::Context& context);
+void CheckGroups(ZoProjectChecker::Context& context);
+void CheckTimeTables(ZoProjectChecker::Context& context);
+void CheckRegistrations(ZoProjectChecker::Context& context);
+void CheckLikelyDuplicates(ZoProjectChecker::Context& context);
+void CheckFloodBound(ZoProjectChecker::Context& context);
+
+} // namespace zo::check

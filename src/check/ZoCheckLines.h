@@ -1,0 +1,12 @@
+#pragma once
+#include "check/ZoCheckFinding.h"
+
+#include <cstddef>
+#include <vector>
+
+// The lines of the elements that findings are about, found in a document's text after the
+// check, so that the tree never carries line numbers: one pass of the scanner over the
+// file, looking up only the paths of the findings. Findings of other files, and paths the
+// text does not hold (the file changed since it was read), keep line 0.
+void ZoFindLines(std::vector<ZoFinding>& findings, zo::project::ProjectDoc file, char const* data,
+                 std::size_t size);

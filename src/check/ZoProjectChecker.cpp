@@ -1,0 +1,350 @@
+#include "check/ZoCheckContext.h"
+
+#include "actions/ZoScreenReportNames.h"
+#include "editor/ZoEventFields.h"
+#include "platform/tools/ZoUtf.h"
+#include "project/ProjectFiles.h"
+
+using namespace zo::check;
+using zo::project::ProjectDoc;
+
+namespace zo::check {
+
+std::uint32_t PositionOf(XmlNode const& child)
+{
+    std::uint32_t position = 0;
+    XmlNode const* parent = child.Parent();
+    for (XmlNode const* node = parent ? parent->FirstChild() : nullptr; node && node != &child;
+         node = node->NextSibling())
+        ++position;
+    return position;
+}
+
+EventKeyTags EventKeyTagsOf(XmlDocument const& events)
+{
+    static constexpr wchar_t const* kTags[KeyCount] = {
+        L"name",       L"id",           L"condition",     L"conditionStop", L"delayToActivate", L"delayToDeactivate",
+        L"timeTable",  L"annotation",   L"deaAnnotation", L"ackAnnotation", L"arguments",       L"eventsGroups"};
+    EventKeyTags tags{};
+    for (int key = 0; key < KeyCount; ++key)
+        tags[key] = events.TagKey(kTags[key]);
+    return tags;
+}
+
+DocumentTags::DocumentTags(XmlDocument const* document)
+{
+    if (!document)
+        return;
+    auto const tag = [document](wchar_t const* text) { return document->TagKey(text); };
+    id = tag(L"id");
+    name = tag(L"name");
+    type = tag(L"type");
+    notify = tag(L"notify");
+    disabled = tag(L"disabled");
+    condition = tag(L"condition");
+    timeTable = tag(L"timeTable");
+    arguments = tag(L"arguments");
+    devices = tag(L"devices");
+    groups = tag(L"groups");
+    for (int list = 0; list < 2; ++list)
+        sides[list] = tag(kZoActionSides[list]);
+    for (int moment = 0; moment < 4; ++moment)
+        moments[moment] = tag(kZoActionMoments[moment]);
+}
+
+std::string_view KeyText(XmlNode const& element, void const* tag)
+{
+    XmlNode const* child = KeyChild(&element, tag);
+    return child ? child->TextUtf8() : std::string_view();
+}
+
+XmlNode const* KeyChild(XmlNode const* element, void const* tag)
+{
+    if (!element || !tag)
+        return nullptr;
+    for (XmlNode const* child = element->FirstChild(); child; child = child->NextSibling())
+        if (child->TagKey() == tag)
+            return child;
+    return nullptr;
+}
+
+std::wstring WideValue(XmlNode const& element, std::wstring_view key)
+{
+    return ZoFromUtf8(element.ValueUtf8(key));
+}
+
+std::wstring EventUnderCheck::Wide(EventKey key) const
+{
+    return keys[key] ? ZoFromUtf8(keys[key]->TextUtf8()) : std::wstring();
+}
+
+// The first child of each key, as Value and Child find it.
+EventUnderCheck::EventUnderCheck(XmlNode const& event, std::uint32_t position_, EventKeyTags const& tags)
+    : node(event), position(position_)
+{
+    for (XmlNode const* child = event.FirstChild(); child; child = child->NextSibling()) {
+        void const* const tag = child->TagKey();
+        for (int key = 0; key < KeyCount; ++key)
+            if (tag == tags[key] && tag && !keys[key]) {
+                keys[key] = child;
+                break;
+            }
+    }
+    name = Wide(KeyName);
+    id = Wide(KeyId);
+}
+
+} // namespace zo::check
+
+namespace {
+
+}
+
+// Every device of the device groups element and of its nested groups, breadth first.
+template <class Visit>
+void ForEachRegisteredDevice(XmlNode const* deviceGroups, DocumentTags const& tags, Visit const& visit)
+{
+    std::vector<XmlNode const*> pending{deviceGroups};
+    for (std::size_t i = 0; i < pending.size(); ++i) {
+        XmlNode const* group = pending[i];
+        if (!group)
+            continue;
+        if (XmlNode const* devices = KeyChild(group, tags.devices))
+            for (XmlNode const* device = devices->FirstChild(); device; device = device->NextSibling())
+                if (device->HasTag(L"device"))
+                    visit(*device);
+        if (XmlNode const* groups = KeyChild(group, tags.groups))
+            for (XmlNode const* child = groups->FirstChild(); child; child = child->NextSibling())
+                pending.push_back(child);
+    }
+}
+
+namespace {
+
+template <class Set, class Id>
+void InsertIds(Set& ids, XmlNode const* container, wchar_t const* tag, Id const& id)
+{
+    if (!container)
+        return;
+    for (XmlNode const* element = container->FirstChild(); element; element = element->NextSibling())
+        if (element->HasTag(tag))
+            ids.emplace(id(*element));
+}
+
+std::wstring WideId(XmlNode const& element)
+{
+    return element.Value(L"id", L"");
+}
+
+std::string_view Utf8Id(XmlNode const& element)
+{
+    return element.ValueUtf8(L"id");
+}
+
+} // namespace
+
+ZoProjectChecker::Context::Context(ZoProjectDocs givenDocs, ZoCheckOptions options)
+    : docs(std::move(givenDocs))
+    , from(options.from.isValid() ? options.from : QDate::currentDate())
+    , to(from.addYears(1).addDays(-1))
+    , catalog(options.catalog)
+    , timeTables(docs.timeTables)
+{
+    if (!catalog) {
+        ownCatalog = std::make_unique<ZoDeviceCatalog>();
+        ownCatalog->LoadDevices(docs.devices);
+        ownCatalog->LoadEvents(docs.events);
+        catalog = ownCatalog.get();
+    }
+    evaluator.SetCatalog(catalog);
+    eventsElement = docs.events ? docs.events->Child(L"events") : nullptr;
+    if (docs.events) {
+        keyTags = EventKeyTagsOf(*docs.events->Document());
+        eventsTags = DocumentTags(docs.events->Document());
+    }
+    if (docs.devices)
+        devicesTags = DocumentTags(docs.devices->Document());
+    if (eventsElement)
+        eventsPosition = PositionOf(*eventsElement);
+    if (docs.events)
+        InsertIds(groupIds, docs.events->Child(L"eventsGroups"), L"eventsGroup", Utf8Id);
+    IndexNames();
+    IndexRegistrations();
+    IndexFolder();
+    IndexUsers();
+}
+
+bool ZoProjectChecker::Context::TableAllowsAny(std::wstring const& id)
+{
+    auto const [known, inserted] = tableAllows.try_emplace(id, false);
+    if (inserted)
+        known->second = timeTables.AllowsAny(id, from, to);
+    return known->second;
+}
+
+void ZoProjectChecker::Context::IndexNames()
+{
+    eventNames.clear();
+    nameAt.clear();
+    if (!eventsElement)
+        return;
+    std::size_t bytes = 0;
+    for (XmlNode const* event = eventsElement->FirstChild(); event; event = event->NextSibling())
+        bytes += KeyText(*event, eventsTags.name).size();
+    nameBlock.reserve(bytes); // never grows past this, so the views stay valid
+    eventNames.reserve(static_cast<std::size_t>(eventsElement->Size()));
+    nameAt.reserve(static_cast<std::size_t>(eventsElement->Size()));
+    for (XmlNode const* event = eventsElement->FirstChild(); event; event = event->NextSibling()) {
+        std::string_view const name = event->HasTag(L"event") ? KeyText(*event, eventsTags.name) : std::string_view();
+        std::size_t const at = nameBlock.size();
+        nameBlock.append(name);
+        std::string_view const kept(nameBlock.data() + at, name.size());
+        if (!kept.empty())
+            ++eventNames[kept];
+        nameAt.push_back(kept);
+    }
+}
+
+void ZoProjectChecker::Context::IndexRegistrations()
+{
+    registrations.clear();
+    if (eventsElement)
+        registrations.reserve(static_cast<std::size_t>(eventsElement->Size()));
+    XmlNode const* deviceGroups = docs.devices ? docs.devices->Child(zo::project::kDeviceGroupsTag) : nullptr;
+    ForEachRegisteredDevice(deviceGroups, devicesTags, [this](XmlNode const& device) {
+        if (KeyText(device, devicesTags.type) == zo::project::kEventDeviceTypeText)
+            ++registrations[KeyText(device, devicesTags.id)].count;
+    });
+}
+
+void ZoProjectChecker::Context::IndexFolder()
+{
+    if (docs.folder.empty())
+        return;
+    for (auto& name : ZoListProjectNames(docs.folder, ZoProjectFileKind::Screen))
+        screens.insert(std::move(name));
+    for (auto& name : ZoListProjectNames(docs.folder, ZoProjectFileKind::Report))
+        reports.insert(std::move(name));
+}
+
+void ZoProjectChecker::Context::IndexUsers()
+{
+    if (!docs.users)
+        return;
+    InsertIds(users, docs.users->Child(L"users"), L"user", WideId);
+    InsertIds(mailLists, docs.users->Child(L"mailLists"), L"mailList", WideId);
+    InsertIds(phoneLists, docs.users->Child(L"phoneLists"), L"phoneList", WideId);
+}
+
+ZoFinding& ZoProjectChecker::Context::Add(EventUnderCheck const& event, ZoSeverity severity, std::string_view rule,
+                                          ZoCheckField field, std::wstring message)
+{
+    ZoFinding& finding = AddAt(ProjectDoc::Events, {eventsPosition, event.position}, ZoCheckSubject::Event,
+                               event.name, event.id, severity, rule, std::move(message));
+    finding.field = field;
+    finding.perEvent = true;
+    return finding;
+}
+
+ZoFinding& ZoProjectChecker::Context::AddAt(ProjectDoc file, std::vector<std::uint32_t> path,
+                                            ZoCheckSubject subject, std::wstring name, std::wstring id,
+                                            ZoSeverity severity, std::string_view rule, std::wstring message)
+{
+    ZoFinding& finding = out->emplace_back();
+    finding.severity = severity;
+    finding.rule = rule;
+    finding.file = file;
+    finding.path = std::move(path);
+    finding.subject = subject;
+    finding.name = std::move(name);
+    finding.id = std::move(id);
+    finding.message = std::move(message);
+    return finding;
+}
+
+namespace {
+
+void CheckOneEvent(ZoProjectChecker::Context& context, XmlNode const& node, std::uint32_t position)
+{
+    EventUnderCheck const event(node, position, context.keyTags);
+    CheckEventIdentity(context, event);
+    CheckEventFormulas(context, event);
+    CheckEventReferences(context, event);
+    CheckEventActions(context, event);
+}
+
+} // namespace
+
+ZoProjectChecker::ZoProjectChecker(ZoProjectDocs docs, ZoCheckOptions options)
+    : m_context(std::make_unique<Context>(std::move(docs), options))
+{
+}
+
+ZoProjectChecker::~ZoProjectChecker() = default;
+
+std::vector<ZoFinding> ZoProjectChecker::CheckProject()
+{
+    std::vector<ZoFinding> findings;
+    Context& context = *m_context;
+    context.out = &findings;
+    if (context.eventsElement) {
+        std::uint32_t position = 0;
+        for (XmlNode const* event = context.eventsElement->FirstChild(); event; event = event->NextSibling(), ++position)
+            if (event->HasTag(L"event"))
+                CheckOneEvent(context, *event, position);
+    }
+    CheckDuplicateIds(context);
+    CheckGroups(context);
+    CheckTimeTables(context);
+    CheckRegistrations(context);
+    CheckLikelyDuplicates(context);
+    CheckFloodBound(context);
+    context.out = nullptr;
+    return findings;
+}
+
+std::vector<ZoFinding> ZoProjectChecker::CheckEvent(std::uint32_t position)
+{
+    std::vector<ZoFinding> findings;
+    Context& context = *m_context;
+    XmlNode const* event = context.eventsElement ? context.eventsElement->FirstChild() : nullptr;
+    for (std::uint32_t i = 0; event && i < position; ++i)
+        event = event->NextSibling();
+    if (!event || !event->HasTag(L"event"))
+        return findings;
+    // The event's name may have changed: the count of names follows.
+    if (position < context.nameAt.size()) {
+        std::string_view& old = context.nameAt[position];
+        std::string_view const name = event->ValueUtf8(L"name");
+        if (old != name) {
+            if (!old.empty() && --context.eventNames[old] == 0)
+                context.eventNames.erase(old);
+            old = context.newNames.emplace_back(name);
+            if (!old.empty())
+                ++context.eventNames[old];
+        }
+    }
+    context.out = &findings;
+    CheckOneEvent(context, *event, position);
+    context.out = nullptr;
+    return findings;
+}
+
+std::vector<ZoFinding> ZoCheckProject(ZoProjectDocs const& docs, ZoCheckOptions const& options)
+{
+    return ZoProjectChecker(docs, options).CheckProject();
+}
+
+ZoCheckCounts ZoCountFindings(std::vector<ZoFinding> const& findings)
+{
+    ZoCheckCounts counts;
+    for (ZoFinding const& finding : findings) {
+        if (finding.severity == ZoSeverity::Error)
+            ++counts.errors;
+        else if (finding.severity == ZoSeverity::Warning)
+            ++counts.warnings;
+        else
+            ++counts.notes;
+    }
+    return counts;
+}

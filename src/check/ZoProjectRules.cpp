@@ -1,0 +1,422 @@
+// The rules over the project as a whole: ids and names shared between elements, the time
+// tables, the device registrations, likely duplicates and the flood bound.
+#include "check/ZoCheckContext.h"
+#include "check/ZoFormulaShape.h"
+
+#include "editor/ZoEventFields.h"
+#include "platform/tools/ZoFormat.h"
+#include "platform/tools/ZoIds.h"
+#include "platform/tools/ZoTexts.h"
+#include "platform/tools/ZoUtf.h"
+
+#include <QDateTime>
+
+#include <algorithm>
+#include <map>
+
+namespace zo::check {
+
+namespace {
+
+using Context = ZoProjectChecker::Context;
+using zo::project::ProjectDoc;
+
+// What a first holder of an id or a name is, to name it in the finding of the next one.
+struct Holder {
+    std::vector<std::uint32_t> path;
+    ZoCheckSubject subject;
+    std::wstring name;
+};
+
+std::wstring SubjectOf(Holder const& holder)
+{
+    ZoFinding finding;
+    finding.subject = holder.subject;
+    finding.name = holder.name;
+    return ZoSubjectText(finding);
+}
+
+// The path of an element from its document's root, read upwards (for the few elements
+// that have a finding).
+std::vector<std::uint32_t> PathOf(XmlNode const& element)
+{
+    std::vector<std::uint32_t> path;
+    for (XmlNode const* node = &element; node->Parent(); node = node->Parent())
+        path.push_back(PositionOf(*node));
+    std::reverse(path.begin(), path.end());
+    return path;
+}
+
+// Where an id stands, cheap to keep for every id of the project: the element that names
+// the finding (an event, a group, a time table) and, for an argument or an action, its
+// place in that event. The path and the name are read only for a finding.
+struct IdPlace {
+    XmlNode const* holder = nullptr;
+    ZoCheckSubject subject = ZoCheckSubject::Event;
+    ZoCheckField field = ZoCheckField::Identity;
+    std::int8_t list = -1;
+    std::int8_t moment = -1;
+    int index = 0;
+};
+
+Holder HolderOf(IdPlace const& place)
+{
+    return {PathOf(*place.holder), place.subject, WideValue(*place.holder, L"name")};
+}
+
+// Finds ids used twice among elements of one kind; each later holder is reported, in the
+// order of the document. The ids are collected and sorted by their hash (one allocation
+// for all, however many ids the project has), and compared only where hashes meet.
+class IdRegister {
+public:
+    IdRegister(Context& context, ProjectDoc file, std::size_t expected = 0) : m_context(context), m_file(file)
+    {
+        m_entries.reserve(expected);
+    }
+    IdRegister(IdRegister const&) = delete;
+    IdRegister& operator=(IdRegister const&) = delete;
+    ~IdRegister() { Report(); }
+
+    void Enter(std::string_view id, IdPlace const& place)
+    {
+        if (!id.empty())
+            m_entries.push_back({std::hash<std::string_view>()(id), static_cast<std::uint32_t>(m_entries.size()), id,
+                                 place});
+    }
+
+private:
+    struct Entry {
+        std::size_t hash;
+        std::uint32_t order;
+        std::string_view id;
+        IdPlace place;
+    };
+
+    void Report()
+    {
+        std::vector<Entry*> sorted;
+        sorted.reserve(m_entries.size());
+        for (Entry& entry : m_entries)
+            sorted.push_back(&entry);
+        std::sort(sorted.begin(), sorted.end(), [](Entry const* a, Entry const* b) {
+            return a->hash != b->hash ? a->hash < b->hash : a->order < b->order;
+        });
+        std::vector<std::pair<Entry const*, Entry const*>> twice; // (later holder, first holder)
+        for (std::size_t start = 0; start < sorted.size();) {
+            std::size_t end = start + 1;
+            while (end < sorted.size() && sorted[end]->hash == sorted[start]->hash)
+                ++end;
+            for (std::size_t later = start + 1; later < end; ++later)
+                for (std::size_t first = start; first < later; ++first)
+                    if (sorted[first]->id == sorted[later]->id) {
+                        twice.emplace_back(sorted[later], sorted[first]);
+                        break;
+                    }
+            start = end;
+        }
+        std::sort(twice.begin(), twice.end(), [](auto const& a, auto const& b) { return a.first->order < b.first->order; });
+        for (auto const& [later, first] : twice)
+            Add(*later, *first);
+    }
+
+    void Add(Entry const& later, Entry const& first)
+    {
+        Holder holder = HolderOf(later.place);
+        std::wstring const other = SubjectOf(HolderOf(first.place));
+        ZoFinding& finding = m_context.AddAt(m_file, std::move(holder.path), holder.subject, std::move(holder.name),
+                                             ZoFromUtf8(later.id), ZoSeverity::Error, "duplicate-id",
+                                             ZoFormat(ZoLoadString(64533).c_str(), other.c_str()));
+        finding.field = later.place.field;
+        finding.list = later.place.list;
+        finding.moment = later.place.moment;
+        finding.index = later.place.index;
+    }
+
+    Context& m_context;
+    ProjectDoc m_file;
+    std::vector<Entry> m_entries;
+};
+
+template <class Visit>
+void ForEachChild(XmlNode const* container, wchar_t const* tag, Visit const& visit)
+{
+    std::uint32_t position = 0;
+    for (XmlNode const* child = container ? container->FirstChild() : nullptr; child;
+         child = child->NextSibling(), ++position)
+        if (child->HasTag(tag))
+            visit(*child, position);
+}
+
+void CheckEventChildIds(Context& context)
+{
+    DocumentTags const& tags = context.eventsTags;
+    std::size_t const events = context.eventsElement ? static_cast<std::size_t>(context.eventsElement->Size()) : 0;
+    IdRegister arguments(context, ProjectDoc::Events, events);
+    IdRegister actions(context, ProjectDoc::Events, events * 4);
+    ForEachChild(context.eventsElement, L"event", [&](XmlNode const& event, std::uint32_t) {
+        int number = 0;
+        ForEachChild(KeyChild(&event, tags.arguments), L"argument", [&](XmlNode const& argument, std::uint32_t) {
+            arguments.Enter(KeyText(argument, tags.id),
+                            {&event, ZoCheckSubject::Event, ZoCheckField::Argument, -1, -1, ++number});
+        });
+        for (int list = 0; list < 2; ++list) {
+            XmlNode const* side = KeyChild(&event, tags.sides[list]);
+            for (int moment = 0; side && moment < 4; ++moment) {
+                XmlNode const* actionsOfMoment = KeyChild(side, tags.moments[moment]);
+                int index = 0;
+                for (XmlNode const* action = actionsOfMoment ? actionsOfMoment->FirstChild() : nullptr; action;
+                     action = action->NextSibling())
+                    actions.Enter(KeyText(*action, tags.id),
+                                  {&event, ZoCheckSubject::Event, ZoCheckField::Action, static_cast<std::int8_t>(list),
+                                   static_cast<std::int8_t>(moment), ++index});
+            }
+        }
+    });
+}
+
+struct TimeTableKind {
+    wchar_t const* container;
+    wchar_t const* tag;
+    ZoCheckSubject subject;
+};
+constexpr TimeTableKind kTimeTableKinds[] = {{L"days", L"day", ZoCheckSubject::DayProgram},
+                                             {L"weeks", L"week", ZoCheckSubject::WeekProgram},
+                                             {L"calendars", L"calendar", ZoCheckSubject::Calendar}};
+
+template <class Visit>
+void ForEachTimeTable(Context& context, Visit const& visit)
+{
+    XmlNode const* root = context.docs.timeTables;
+    if (!root)
+        return;
+    for (TimeTableKind const& kind : kTimeTableKinds) {
+        XmlNode const* container = root->Child(kind.container);
+        if (!container)
+            continue;
+        std::uint32_t const containerPosition = PositionOf(*container);
+        ForEachChild(container, kind.tag, [&](XmlNode const& table, std::uint32_t position) {
+            visit(table, Holder{{containerPosition, position}, kind.subject, WideValue(table, L"name")});
+        });
+    }
+}
+
+// Names: valid, and not used twice among elements of one kind (time tables: of all three
+// kinds together, as their editors compare them).
+class NameRegister {
+public:
+    NameRegister(Context& context, ProjectDoc file) : m_context(context), m_file(file) {}
+
+    void Enter(XmlNode const& element, Holder const& holder)
+    {
+        std::wstring message;
+        if (holder.name.empty())
+            message = ZoLoadString(64530);
+        else if (!IsValidId(holder.name.c_str(), true))
+            message = ZoLoadString(32764);
+        if (!message.empty()) {
+            Add(element, holder, "invalid-name", message);
+            return;
+        }
+        auto const [first, inserted] = m_first.try_emplace(holder.name, holder);
+        if (!inserted)
+            Add(element, holder, "duplicate-name", ZoFormat(ZoLoadString(64560).c_str(), SubjectOf(first->second).c_str()));
+    }
+
+private:
+    void Add(XmlNode const& element, Holder const& holder, std::string_view rule, std::wstring const& message)
+    {
+        ZoFinding& finding = m_context.AddAt(m_file, holder.path, holder.subject, holder.name,
+                                             WideValue(element, L"id"), ZoSeverity::Error, rule, message);
+        finding.field = ZoCheckField::Name;
+    }
+
+    Context& m_context;
+    ProjectDoc m_file;
+    std::unordered_map<std::wstring, Holder> m_first;
+};
+
+std::wstring DateText(QDate date)
+{
+    return date.toString(Qt::ISODate).toStdWString();
+}
+
+void CheckDayReference(Context& context, XmlNode const& table, Holder const& holder, std::wstring const& where,
+                       std::wstring const& dayId)
+{
+    if (dayId.empty() || context.timeTables.HasDayProgram(dayId))
+        return;
+    context.AddAt(ProjectDoc::TimeTables, holder.path, holder.subject, holder.name, WideValue(table, L"id"),
+                  ZoSeverity::Warning, "unknown-day-program",
+                  ZoFormat(ZoLoadString(64539).c_str(), where.c_str(), dayId.c_str()));
+}
+
+void CheckCalendarDates(Context& context, XmlNode const& calendar, Holder const& holder)
+{
+    for (XmlNode const* year = calendar.FirstChild(); year; year = year->NextSibling()) {
+        if (!year->HasTag(L"year"))
+            continue;
+        std::wstring const number = WideValue(*year, L"year");
+        for (XmlNode const* month = year->FirstChild(); month; month = month->NextSibling()) {
+            std::wstring const& tag = month->Tag();
+            if (!tag.starts_with(L"month"))
+                continue;
+            for (XmlNode const* day = month->FirstChild(); day; day = day->NextSibling())
+                CheckDayReference(context, calendar, holder,
+                                  number + L"-" + tag.substr(5) + L"-" + day->Tag().substr(3), ZoFromUtf8(day->TextUtf8()));
+        }
+    }
+}
+
+} // namespace
+
+void CheckDuplicateIds(Context& context)
+{
+    // Each register reports when it goes out of scope.
+    {
+        std::size_t const count = context.eventsElement ? static_cast<std::size_t>(context.eventsElement->Size()) : 0;
+        IdRegister events(context, ProjectDoc::Events, count);
+        ForEachChild(context.eventsElement, L"event", [&](XmlNode const& event, std::uint32_t) {
+            events.Enter(KeyText(event, context.eventsTags.id), {&event});
+        });
+    }
+    CheckEventChildIds(context);
+    IdRegister tables(context, ProjectDoc::TimeTables);
+    ForEachTimeTable(context, [&](XmlNode const& table, Holder const& holder) {
+        tables.Enter(table.ValueUtf8(L"id"), {&table, holder.subject});
+    });
+}
+
+void CheckGroups(Context& context)
+{
+    XmlNode const* groups = context.docs.events ? context.docs.events->Child(L"eventsGroups") : nullptr;
+    if (!groups)
+        return;
+    std::uint32_t const groupsPosition = PositionOf(*groups);
+    IdRegister ids(context, ProjectDoc::Events);
+    NameRegister names(context, ProjectDoc::Events);
+    ForEachChild(groups, L"eventsGroup", [&](XmlNode const& group, std::uint32_t position) {
+        Holder const holder{{groupsPosition, position}, ZoCheckSubject::Group, WideValue(group, L"name")};
+        ids.Enter(group.ValueUtf8(L"id"), {&group, ZoCheckSubject::Group});
+        names.Enter(group, holder);
+    });
+}
+
+void CheckTimeTables(Context& context)
+{
+    NameRegister names(context, ProjectDoc::TimeTables);
+    ForEachTimeTable(context, [&](XmlNode const& table, Holder const& holder) {
+        names.Enter(table, holder);
+        if (holder.subject == ZoCheckSubject::WeekProgram)
+            for (int day = 1; day <= 7; ++day)
+                CheckDayReference(context, table, holder, ZoFormat(ZoLoadString(64561).c_str(), day),
+                                  WideValue(table, L"day" + std::to_wstring(day)));
+        if (holder.subject == ZoCheckSubject::Calendar)
+            CheckCalendarDates(context, table, holder);
+        std::wstring const id = WideValue(table, L"id");
+        if (!context.TableAllowsAny(id))
+            context.AddAt(ProjectDoc::TimeTables, holder.path, holder.subject, holder.name, id, ZoSeverity::Warning,
+                          "time-table-never",
+                          ZoFormat(ZoLoadString(64543).c_str(), DateText(context.from).c_str(),
+                                   DateText(context.to).c_str()));
+    });
+}
+
+// A device of type "R$EVE" stands for an event: its id must be one.
+void CheckRegistrations(Context& context)
+{
+    XmlNode const* deviceGroups =
+        context.docs.devices ? context.docs.devices->Child(zo::project::kDeviceGroupsTag) : nullptr;
+    if (!deviceGroups)
+        return;
+    // The events' pass marked every registration an event has.
+    std::vector<XmlNode const*> pending{deviceGroups};
+    for (std::size_t i = 0; i < pending.size(); ++i) {
+        if (XmlNode const* devices = KeyChild(pending[i], context.devicesTags.devices))
+            ForEachChild(devices, L"device", [&](XmlNode const& device, std::uint32_t) {
+                if (KeyText(device, context.devicesTags.type) != zo::project::kEventDeviceTypeText)
+                    return;
+                auto const found = context.registrations.find(KeyText(device, context.devicesTags.id));
+                if (found == context.registrations.end() || found->second.matched)
+                    return;
+                std::wstring const id = WideValue(device, L"id");
+                context.AddAt(ProjectDoc::Devices, PathOf(device), ZoCheckSubject::Registration, id, id,
+                              ZoSeverity::Error, "orphan-registration", ZoFormat(ZoLoadString(64536).c_str(), id.c_str()));
+            });
+        if (XmlNode const* groups = KeyChild(pending[i], context.devicesTags.groups))
+            for (XmlNode const* group = groups->FirstChild(); group; group = group->NextSibling())
+                pending.push_back(group);
+    }
+}
+
+// Two notifying events with the same condition (once normalised) most likely tell the
+// operator the same thing twice.
+void CheckLikelyDuplicates(Context& context)
+{
+    DocumentTags const& tags = context.eventsTags;
+    std::unordered_map<std::string, XmlNode const*> firstByCondition;
+    ForEachChild(context.eventsElement, L"event", [&](XmlNode const& event, std::uint32_t position) {
+        if (KeyText(event, tags.notify) != "T")
+            return;
+        std::string_view const condition = KeyText(event, tags.condition);
+        if (condition.empty())
+            return;
+        auto const [first, inserted] = firstByCondition.try_emplace(ZoNormalisedFormula(condition), &event);
+        if (inserted)
+            return;
+        std::wstring const other = ZoFromUtf8(KeyText(*first->second, tags.name));
+        ZoFinding& finding = context.AddAt(ProjectDoc::Events, {context.eventsPosition, position},
+                                           ZoCheckSubject::Event, ZoFromUtf8(KeyText(event, tags.name)),
+                                           ZoFromUtf8(KeyText(event, tags.id)), ZoSeverity::Warning,
+                                           "likely-duplicate", ZoFormat(ZoLoadString(64551).c_str(), other.c_str()));
+        finding.field = ZoCheckField::Condition;
+    });
+}
+
+// The largest number of notifying, enabled events that their time tables let fire at one
+// moment of the coming year: events without a time table count at every moment, those
+// whose table resolves to nothing never. One sweep over the periods of each table used.
+void CheckFloodBound(Context& context)
+{
+    DocumentTags const& tags = context.eventsTags;
+    int always = 0;
+    std::map<std::wstring, int> byTable;
+    ForEachChild(context.eventsElement, L"event", [&](XmlNode const& event, std::uint32_t) {
+        if (KeyText(event, tags.notify) != "T" || KeyText(event, tags.disabled) != "F")
+            return;
+        std::wstring const table = ZoFromUtf8(KeyText(event, tags.timeTable));
+        if (table.empty())
+            ++always;
+        else
+            ++byTable[table];
+    });
+    if (always == 0 && byTable.empty())
+        return;
+    // (minute from the first day, change in the count)
+    std::vector<std::pair<long long, int>> changes;
+    for (auto const& [table, count] : byTable) {
+        for (auto const& period : context.timeTables.AllowedPeriods(table, context.from, context.to)) {
+            long long const day = context.from.daysTo(period.date) * 1440LL;
+            changes.emplace_back(day + period.slot.from, count);
+            changes.emplace_back(day + period.slot.to, -count);
+        }
+    }
+    std::sort(changes.begin(), changes.end()); // ends before starts at one minute
+    int current = always;
+    int best = always;
+    long long bestMinute = 0;
+    for (auto const& [minute, change] : changes) {
+        current += change;
+        if (current > best) {
+            best = current;
+            bestMinute = minute;
+        }
+    }
+    if (best == 0)
+        return;
+    QDateTime const moment = QDateTime(context.from, QTime(0, 0)).addSecs(bestMinute * 60);
+    std::wstring const when = moment.toString(QStringLiteral("ddd yyyy-MM-dd HH:mm")).toStdWString();
+    context.AddAt(ProjectDoc::Events, {context.eventsPosition}, ZoCheckSubject::Project, L"", L"", ZoSeverity::Note,
+                  "flood-bound", ZoFormat(ZoLoadString(64552).c_str(), best, when.c_str()));
+}
+
+} // namespace zo::check

@@ -1,0 +1,153 @@
+#include "timetables/ZoTimeTableResolution.h"
+
+using XmlNode = XmlDocument::XmlNode;
+
+namespace {
+
+int DateKey(int year, int month, int day)
+{
+    return (year * 16 + month) * 32 + day;
+}
+
+// "month7" -> 7, "day31" -> 31 (the tag after its prefix), 0 when it is not of that form.
+int NumberAfter(std::wstring const& tag, std::wstring_view prefix, int max)
+{
+    if (tag.size() <= prefix.size() || tag.compare(0, prefix.size(), prefix) != 0)
+        return 0;
+    int number = 0;
+    for (std::size_t i = prefix.size(); i < tag.size(); ++i) {
+        if (tag[i] < L'0' || tag[i] > L'9' || number > max)
+            return 0;
+        number = number * 10 + (tag[i] - L'0');
+    }
+    return number <= max ? number : 0;
+}
+
+} // namespace
+
+ZoTimeTableResolution::ZoTimeTableResolution(XmlNode const* root)
+{
+    if (!root)
+        return;
+    ReadDays(root->Child(L"days"));
+    ReadWeeks(root->Child(L"weeks"));
+    ReadCalendars(root->Child(L"calendars"));
+}
+
+void ZoTimeTableResolution::ReadDays(XmlNode const* days)
+{
+    if (!days)
+        return;
+    for (XmlNode const* day = days->FirstChild(); day; day = day->NextSibling()) {
+        if (!day->HasTag(L"day"))
+            continue;
+        DayMinuteMap map;
+        map.MarkSlotsOf(day);
+        m_days.try_emplace(day->Value(L"id", L""), map.Slots());
+    }
+}
+
+void ZoTimeTableResolution::ReadWeeks(XmlNode const* weeks)
+{
+    if (!weeks)
+        return;
+    for (XmlNode const* week = weeks->FirstChild(); week; week = week->NextSibling()) {
+        if (!week->HasTag(L"week"))
+            continue;
+        Week entries;
+        for (int day = 1; day <= 7; ++day)
+            entries[day - 1] = week->Value((L"day" + std::to_wstring(day)).c_str(), L"");
+        m_weeks.try_emplace(week->Value(L"id", L""), std::move(entries));
+    }
+}
+
+void ZoTimeTableResolution::ReadCalendars(XmlNode const* calendars)
+{
+    if (!calendars)
+        return;
+    for (XmlNode const* calendar = calendars->FirstChild(); calendar; calendar = calendar->NextSibling()) {
+        if (!calendar->HasTag(L"calendar"))
+            continue;
+        Calendar dates;
+        for (XmlNode const* year = calendar->FirstChild(); year; year = year->NextSibling()) {
+            if (!year->HasTag(L"year"))
+                continue;
+            int const number = std::wcstol(year->Value(L"year", L"0").c_str(), nullptr, 10);
+            for (XmlNode const* month = year->FirstChild(); month; month = month->NextSibling()) {
+                int const monthNumber = NumberAfter(month->Tag(), L"month", 12);
+                if (!monthNumber)
+                    continue;
+                for (XmlNode const* day = month->FirstChild(); day; day = day->NextSibling()) {
+                    if (int const dayNumber = NumberAfter(day->Tag(), L"day", 31))
+                        dates[DateKey(number, monthNumber, dayNumber)] = day->Value();
+                }
+            }
+        }
+        m_calendars.try_emplace(calendar->Value(L"id", L""), std::move(dates));
+    }
+}
+
+ZoTimeTableResolution::Kind ZoTimeTableResolution::KindOf(std::wstring_view id) const
+{
+    if (m_days.find(id) != m_days.end())
+        return Kind::Day;
+    if (m_weeks.find(id) != m_weeks.end())
+        return Kind::Week;
+    if (m_calendars.find(id) != m_calendars.end())
+        return Kind::Calendar;
+    return Kind::None;
+}
+
+bool ZoTimeTableResolution::HasDayProgram(std::wstring_view dayId) const
+{
+    return m_days.find(dayId) != m_days.end();
+}
+
+std::wstring const* ZoTimeTableResolution::DayProgramOn(std::wstring_view id, QDate date) const
+{
+    if (auto const day = m_days.find(id); day != m_days.end())
+        return &day->first;
+    if (auto const week = m_weeks.find(id); week != m_weeks.end()) {
+        std::wstring const& entry = week->second[date.dayOfWeek() - 1];
+        return entry.empty() ? nullptr : &entry;
+    }
+    if (auto const calendar = m_calendars.find(id); calendar != m_calendars.end()) {
+        auto const entry = calendar->second.find(DateKey(date.year(), date.month(), date.day()));
+        return entry == calendar->second.end() ? nullptr : &entry->second;
+    }
+    return nullptr;
+}
+
+std::vector<DaySlot> const& ZoTimeTableResolution::SlotsOfDay(std::wstring_view dayId) const
+{
+    auto const day = m_days.find(dayId);
+    return day == m_days.end() ? m_none : day->second;
+}
+
+std::vector<DaySlot> const& ZoTimeTableResolution::SlotsOn(std::wstring_view id, QDate date) const
+{
+    std::wstring const* day = DayProgramOn(id, date);
+    return day ? SlotsOfDay(*day) : m_none;
+}
+
+std::vector<ZoTimeTableResolution::Period> ZoTimeTableResolution::AllowedPeriods(std::wstring_view id, QDate from,
+                                                                                   QDate to) const
+{
+    std::vector<Period> periods;
+    if (KindOf(id) == Kind::None)
+        return periods;
+    for (QDate date = from; date.isValid() && date <= to; date = date.addDays(1))
+        for (DaySlot const& slot : SlotsOn(id, date))
+            periods.push_back({date, slot});
+    return periods;
+}
+
+bool ZoTimeTableResolution::AllowsAny(std::wstring_view id, QDate from, QDate to) const
+{
+    if (KindOf(id) == Kind::Day)
+        return !SlotsOfDay(id).empty() && from <= to;
+    for (QDate date = from; date.isValid() && date <= to; date = date.addDays(1))
+        if (!SlotsOn(id, date).empty())
+            return true;
+    return false;
+}

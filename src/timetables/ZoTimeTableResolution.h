@@ -1,0 +1,65 @@
+#pragma once
+#include "config/XmlDocument.h"
+#include "platform/calendar/ZoDaySlots.h"
+
+#include <QDate>
+
+#include <array>
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+// Which periods a time table allows: the day program that applies on a date, and the
+// slots it opens, over any span of dates. Read once from the time-tables document's root
+// (days, weeks, calendars); nothing here keeps a pointer into the document.
+//
+// An id is looked up in the days, then the weeks, then the calendars, the first match
+// counting (ids share one space). A week program applies its day entry of the date's
+// weekday (day 1 = Monday); a calendar its entry for the date. A date without an entry, or
+// whose entry names no day program, allows nothing; so does an id that resolves to nothing.
+class ZoTimeTableResolution {
+public:
+    enum class Kind { None, Day, Week, Calendar };
+
+    struct Period {
+        QDate date;
+        DaySlot slot; // minutes of that date
+    };
+
+    explicit ZoTimeTableResolution(XmlDocument::XmlNode const* timeTablesRoot);
+
+    Kind KindOf(std::wstring_view id) const;
+    // The id of the day program that applies on the date, or null.
+    std::wstring const* DayProgramOn(std::wstring_view id, QDate date) const;
+    // The slots open on the date (none when no day program applies).
+    std::vector<DaySlot> const& SlotsOn(std::wstring_view id, QDate date) const;
+    // The allowed periods from `from` to `to` (both included), in date order.
+    std::vector<Period> AllowedPeriods(std::wstring_view id, QDate from, QDate to) const;
+    // Whether any minute from `from` to `to` is allowed.
+    bool AllowsAny(std::wstring_view id, QDate from, QDate to) const;
+    // Whether the day program exists (for the references of weeks and calendars).
+    bool HasDayProgram(std::wstring_view dayId) const;
+
+private:
+    struct Hash {
+        using is_transparent = void;
+        std::size_t operator()(std::wstring_view text) const { return std::hash<std::wstring_view>()(text); }
+    };
+    template <class Value>
+    using Map = std::unordered_map<std::wstring, Value, Hash, std::equal_to<>>;
+    using Week = std::array<std::wstring, 7>;
+    // (year * 16 + month) * 32 + day -> day program id
+    using Calendar = std::unordered_map<int, std::wstring>;
+
+    void ReadDays(XmlDocument::XmlNode const* days);
+    void ReadWeeks(XmlDocument::XmlNode const* weeks);
+    void ReadCalendars(XmlDocument::XmlNode const* calendars);
+    std::vector<DaySlot> const& SlotsOfDay(std::wstring_view dayId) const;
+
+    Map<std::vector<DaySlot>> m_days;
+    Map<Week> m_weeks;
+    Map<Calendar> m_calendars;
+    std::vector<DaySlot> const m_none;
+};
