@@ -41,9 +41,7 @@ void EventChoiceModel::Fill(XmlNode const* events)
         zo::xml::ForEachKeyText(*events, document.TagKey(L"event"), document.TagKey(L"name"),
                                 [this](XmlNode const& event, std::string_view name) {
                                     m_rows.push_back({&event, name});
-                                    auto const offset = static_cast<std::uint32_t>(m_nameKeys.size());
-                                    ZoAppendCaseFoldedKey(m_nameKeys, name);
-                                    m_nameKey.push_back({offset, static_cast<std::uint32_t>(m_nameKeys.size() - offset)});
+                                    AppendKey(m_nameKeys, m_nameKey, name);
                                 });
     }
     m_sorted = ZoOrderByKeys(m_rows.size(), [this](std::size_t row) { return Key(m_nameKeys, m_nameKey[row]); });
@@ -58,7 +56,12 @@ std::string_view EventChoiceModel::Key(std::string const& keys, KeySpan span) co
     return std::string_view(keys).substr(span.offset, span.length);
 }
 
-
+void EventChoiceModel::AppendKey(std::string& keys, std::vector<KeySpan>& spans, std::string_view text)
+{
+    auto const offset = static_cast<std::uint32_t>(keys.size());
+    ZoAppendCaseFoldedKey(keys, text);
+    spans.push_back({offset, static_cast<std::uint32_t>(keys.size() - offset)});
+}
 
 void EventChoiceModel::FoldDescriptions()
 {
@@ -67,11 +70,8 @@ void EventChoiceModel::FoldDescriptions()
     m_descriptionKeys.clear();
     m_descriptionKey.clear();
     m_descriptionKey.reserve(m_rows.size());
-    for (Row const& row : m_rows) {
-        auto const offset = static_cast<std::uint32_t>(m_descriptionKeys.size());
-        ZoAppendCaseFoldedKey(m_descriptionKeys, zo::xml::TextOf(*row.event, m_descriptionTag));
-        m_descriptionKey.push_back({offset, static_cast<std::uint32_t>(m_descriptionKeys.size() - offset)});
-    }
+    for (Row const& row : m_rows)
+        AppendKey(m_descriptionKeys, m_descriptionKey, zo::xml::TextOf(*row.event, m_descriptionTag));
 }
 
 void EventChoiceModel::SetFilter(QString const& text)

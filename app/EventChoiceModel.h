@@ -53,6 +53,8 @@ private:
         std::uint32_t length = 0;
     };
     std::string_view Key(std::string const& keys, KeySpan span) const;
+    // Appends the case-folded key of text to keys and its place to spans.
+    static void AppendKey(std::string& keys, std::vector<KeySpan>& spans, std::string_view text);
     void FoldDescriptions();
     void ApplyFilter(bool narrowing);
 

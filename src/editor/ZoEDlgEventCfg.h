@@ -60,15 +60,15 @@ public:
     bool m_skipCheck = false;  // handed to the action panes; with a focus code relabels OK (text 34893)
     bool m_keep = false;       // handed to the action panes
     int m_presetIndex = -1;    // handed to the action panes
+    // Set by a caller that knows the names of the other events: false when no other event
+    // can bear this name (not even with other case), so that the name check need not read
+    // every event. Without it, every event is read.
+    std::function<bool(std::wstring_view name)> m_mayClash;
     // Opens with the tab that holds this control (an object name above) selected and the
     // focus on it; for the action tabs, the moment's pane (m_openAtMoment, 0..3) shown.
     // Unlike the focus code, OK validates and writes as usual.
     QString m_openAtControl;
     int m_openAtMoment = -1;
-    // Set by a caller that knows the names of the other events: false when no other event
-    // can bear this name (not even with other case), so that the name check need not read
-    // every event. Without it, every event is read.
-    std::function<bool(std::wstring_view name)> m_mayClash;
 
     // Tabs, in order.
     enum Tab { TabGeneral = 0, TabAdvanced = 1, TabActions = 2, TabClientActions = 3 };

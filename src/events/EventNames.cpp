@@ -14,25 +14,6 @@ char32_t FoldChar(char32_t c)
     return QChar::toLower(c);
 }
 
-void AppendUtf8(std::string& out, char32_t c)
-{
-    if (c < 0x80) {
-        out.push_back(char(c));
-    } else if (c < 0x800) {
-        out.push_back(char(0xC0 | (c >> 6)));
-        out.push_back(char(0x80 | (c & 0x3F)));
-    } else if (c < 0x10000) {
-        out.push_back(char(0xE0 | (c >> 12)));
-        out.push_back(char(0x80 | ((c >> 6) & 0x3F)));
-        out.push_back(char(0x80 | (c & 0x3F)));
-    } else {
-        out.push_back(char(0xF0 | (c >> 18)));
-        out.push_back(char(0x80 | ((c >> 12) & 0x3F)));
-        out.push_back(char(0x80 | ((c >> 6) & 0x3F)));
-        out.push_back(char(0x80 | (c & 0x3F)));
-    }
-}
-
 // Folds the characters of a wide text (UTF-16 or UTF-32, by the width of wchar_t).
 void AppendFoldedWide(std::string& out, std::wstring_view text)
 {
@@ -47,7 +28,7 @@ void AppendFoldedWide(std::string& out, std::wstring_view text)
         }
         if (c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF))
             c = 0xFFFD;
-        AppendUtf8(out, FoldChar(c));
+        ZoAppendUtf8(out, FoldChar(c));
     }
 }
 

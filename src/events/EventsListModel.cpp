@@ -1,10 +1,10 @@
 #include "events/EventsListModel.h"
 #include "config/XmlKeys.h"
+#include "platform/tools/ZoKeyOrder.h"
 #include "platform/tools/ZoTexts.h"
 #include "platform/tools/ZoUtf.h"
 #include "platform/ui/ZoIcons.h"
 #include <algorithm>
-#include <cstring>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -20,21 +20,6 @@ std::string FoldedText(QString const& text)
 // Time-table id -> index of its name, for one fill. The same id space covers days, weeks
 // and calendars; they are read in that order and the first element with an id wins.
 using TimeTableIds = std::unordered_map<std::string_view, int>;
-
-// The first 8 bytes of a folded name, big-endian and zero-padded: comparing two of them
-// as integers orders the names as their first bytes do, without touching the texts.
-std::uint64_t Prefix(std::string_view key)
-{
-    if (key.size() >= 8) {
-        std::uint64_t word;
-        std::memcpy(&word, key.data(), 8);
-        return __builtin_bswap64(word);
-    }
-    std::uint64_t prefix = 0;
-    for (std::size_t i = 0; i < 8; ++i)
-        prefix = (prefix << 8) | (i < key.size() ? static_cast<unsigned char>(key[i]) : 0u);
-    return prefix;
-}
 
 } // namespace
 
@@ -501,62 +486,9 @@ std::string_view EventsListModel::NameKey(Row const& row) const
 
 void EventsListModel::SortByName()
 {
-    // Names often share long beginnings ("PLC3_PUMP_12_PRESSURE_..."). The rows are sorted
-    // by the first 8 bytes of their folded names, taken as an integer; each run of rows
-    // equal there whose names go on is sorted by the next 8 bytes, and so on. Only 16-byte
-    // keys move, and a comparison is one of integers. Equal names keep document order.
-    struct Key {
-        std::uint64_t word, next;
-        std::uint32_t index;
-        bool operator<(Key const& other) const
-        {
-            if (word != other.word)
-                return word < other.word;
-            return next != other.next ? next < other.next : index < other.index;
-        }
-    };
-    auto wordAt = [this](std::uint32_t index, std::size_t level) {
-        std::string_view const name = NameKey(m_rows[index]);
-        return Prefix(level * 8 < name.size() ? name.substr(level * 8) : std::string_view());
-    };
-    // The first pass sorts by 16 bytes at once; the runs after it go on 8 bytes at a time.
-    std::vector<Key> keys(m_rows.size());
-    for (std::size_t i = 0; i < keys.size(); ++i)
-        keys[i] = Key{wordAt(std::uint32_t(i), 0), wordAt(std::uint32_t(i), 1), std::uint32_t(i)};
-    std::sort(keys.begin(), keys.end());
-    struct Run {
-        std::size_t begin, end, level;
-    };
-    std::vector<Run> runs;
-    auto queueRuns = [&](std::size_t begin, std::size_t end, std::size_t level) {
-        for (std::size_t first = begin; first < end;) {
-            std::size_t last = first + 1;
-            while (last < end && keys[last].word == keys[first].word && keys[last].next == keys[first].next)
-                ++last;
-            if (last - first > 1) {
-                // Names that end within these bytes are equal: they stay in document order.
-                bool const longer = std::any_of(keys.begin() + std::ptrdiff_t(first), keys.begin() + std::ptrdiff_t(last),
-                                                [&](Key const& key) { return NameKey(m_rows[key.index]).size() > (level + 1) * 8; });
-                if (longer)
-                    runs.push_back({first, last, level + 1});
-            }
-            first = last;
-        }
-    };
-    queueRuns(0, keys.size(), 1);
-    while (!runs.empty()) {
-        Run const run = runs.back();
-        runs.pop_back();
-        for (std::size_t i = run.begin; i < run.end; ++i) {
-            keys[i].word = wordAt(keys[i].index, run.level);
-            keys[i].next = 0;
-        }
-        std::sort(keys.begin() + std::ptrdiff_t(run.begin), keys.begin() + std::ptrdiff_t(run.end));
-        queueRuns(run.begin, run.end, run.level);
-    }
-    m_byName.resize(keys.size());
-    for (std::size_t i = 0; i < keys.size(); ++i)
-        m_byName[i] = keys[i].index;
+    // Names often share long beginnings ("PLC3_PUMP_12_PRESSURE_..."): the sort keeps the
+    // first 40 bytes of each folded name as integers.
+    m_byName = ZoOrderByKeys(m_rows.size(), [this](std::size_t row) { return NameKey(m_rows[row]); });
 }
 
 void EventsListModel::SortRows()

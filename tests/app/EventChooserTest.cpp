@@ -188,5 +188,5 @@ TEST(EventChooser, OkGivesThePositionAmongTheEventsAndDisabledEventsAreGreyed)
     chooser.ok->click();
     EXPECT_EQ(chooser.dialog.result(), int(QDialog::Accepted));
     EXPECT_EQ(chooser.dialog.ChosenIndex(), 4); // the comment between events is not counted
-    EXPECT_STREQ(NthEvent(chooser.doc.Root(), 4)->ValueUtf8(L"name").data(), "Éclair");
+    EXPECT_EQ(NthEvent(chooser.doc.Root(), 4)->ValueUtf8(L"name"), "Éclair");
 }

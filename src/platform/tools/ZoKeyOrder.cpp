@@ -1,4 +1,5 @@
 #include "platform/tools/ZoKeyOrder.h"
+#include "platform/tools/ZoUtf.h"
 
 #include <QChar>
 #include <QList>
@@ -9,88 +10,90 @@
 
 namespace {
 
-constexpr std::size_t kWords = 5;
-constexpr std::size_t kPrefixBytes = kWords * 8;
-
-// The first 8 bytes of a key, big-endian and zero-padded: comparing two of them as integers
-// orders the keys as their first bytes do.
-std::uint64_t Prefix(std::string_view key)
+// The 8 bytes of a key from `offset` on, big-endian and zero-padded: comparing two of them
+// as integers orders the keys as those bytes do.
+std::uint64_t WordAt(std::string_view key, std::size_t offset)
 {
+    if (offset >= key.size())
+        return 0;
+    key.remove_prefix(offset);
     if (key.size() >= 8) {
         std::uint64_t word;
         std::memcpy(&word, key.data(), 8);
         return __builtin_bswap64(word);
     }
-    std::uint64_t prefix = 0;
+    std::uint64_t word = 0;
     for (std::size_t i = 0; i < 8; ++i)
-        prefix = (prefix << 8) | (i < key.size() ? static_cast<unsigned char>(key[i]) : 0u);
-    return prefix;
+        word = (word << 8) | (i < key.size() ? static_cast<unsigned char>(key[i]) : 0u);
+    return word;
 }
 
+// 16 bytes of a key and the item's index: what the sort moves and compares.
 struct Key {
-    std::uint64_t prefix[kWords];
+    std::uint64_t word, next;
     std::uint32_t index;
     bool operator<(Key const& other) const
     {
-        for (std::size_t word = 0; word < kWords; ++word) {
-            if (prefix[word] != other.prefix[word])
-                return prefix[word] < other.prefix[word];
-        }
-        return index < other.index;
+        if (word != other.word)
+            return word < other.word;
+        return next != other.next ? next < other.next : index < other.index;
     }
-    bool SamePrefix(Key const& other) const { return std::equal(prefix, prefix + kWords, other.prefix); }
+    bool SameBytes(Key const& other) const { return word == other.word && next == other.next; }
 };
-
-// A UTF-16 unit written as UTF-8 writes a character of that value.
-void AppendUnit(std::string& out, char16_t unit)
-{
-    if (unit < 0x80) {
-        out.push_back(static_cast<char>(unit));
-    } else if (unit < 0x800) {
-        out.push_back(static_cast<char>(0xC0 | (unit >> 6)));
-        out.push_back(static_cast<char>(0x80 | (unit & 0x3F)));
-    } else {
-        out.push_back(static_cast<char>(0xE0 | (unit >> 12)));
-        out.push_back(static_cast<char>(0x80 | ((unit >> 6) & 0x3F)));
-        out.push_back(static_cast<char>(0x80 | (unit & 0x3F)));
-    }
-}
 
 } // namespace
 
 std::vector<std::uint32_t> ZoOrderByKeys(std::size_t count, std::function<std::string_view(std::size_t)> const& key)
 {
+    // Sorted first by 16 bytes of each key at once; each run of items equal there whose keys
+    // go on is sorted by the next 8 bytes, and so on. Only these small keys move, and a
+    // comparison is one of integers.
     std::vector<Key> keys(count);
     for (std::size_t i = 0; i < count; ++i) {
         std::string_view const text = key(i);
-        Key& k = keys[i];
-        for (std::size_t word = 0; word < kWords; ++word)
-            k.prefix[word] = Prefix(word * 8 < text.size() ? text.substr(word * 8) : std::string_view());
-        k.index = static_cast<std::uint32_t>(i);
+        keys[i] = Key{WordAt(text, 0), WordAt(text, 8), static_cast<std::uint32_t>(i)};
     }
     std::sort(keys.begin(), keys.end());
-    // Keys equal in their first bytes are ordered by the whole keys when they differ past
-    // them or in length (a key padded with zero bytes looks like a longer one there).
-    auto byWhole = [&key](Key const& a, Key const& b) {
-        if (int const order = key(a.index).compare(key(b.index)))
-            return order < 0;
-        return a.index < b.index;
+    struct Run {
+        std::size_t begin, end, offset; // keys[begin, end) are equal before offset
     };
-    for (std::size_t begin = 0; begin < keys.size();) {
-        std::size_t end = begin + 1;
-        while (end < keys.size() && keys[end].SamePrefix(keys[begin]))
-            ++end;
-        if (end - begin > 1) {
-            std::size_t const length = key(keys[begin].index).size();
-            bool const differ = std::any_of(keys.begin() + std::ptrdiff_t(begin), keys.begin() + std::ptrdiff_t(end),
-                                            [&](Key const& k) {
-                                                std::size_t const size = key(k.index).size();
-                                                return size > kPrefixBytes || size != length;
-                                            });
-            if (differ)
-                std::sort(keys.begin() + std::ptrdiff_t(begin), keys.begin() + std::ptrdiff_t(end), byWhole);
+    std::vector<Run> runs;
+    auto queueRuns = [&](std::size_t begin, std::size_t end, std::size_t offset) {
+        for (std::size_t first = begin; first < end;) {
+            std::size_t last = first + 1;
+            while (last < end && keys[last].SameBytes(keys[first]))
+                ++last;
+            if (last - first > 1) {
+                auto const from = keys.begin() + std::ptrdiff_t(first);
+                auto const to = keys.begin() + std::ptrdiff_t(last);
+                std::size_t const length = key(from->index).size();
+                bool longer = false, lengthsDiffer = false;
+                for (auto k = from; k != to; ++k) {
+                    std::size_t const size = key(k->index).size();
+                    longer = longer || size > offset;
+                    lengthsDiffer = lengthsDiffer || size != length;
+                }
+                if (longer) {
+                    runs.push_back({first, last, offset});
+                } else if (lengthsDiffer) {
+                    // Equal but for zero bytes at their ends: the shorter key comes first.
+                    std::sort(from, to, [&key](Key const& a, Key const& b) {
+                        std::size_t const sa = key(a.index).size(), sb = key(b.index).size();
+                        return sa != sb ? sa < sb : a.index < b.index;
+                    });
+                }
+            }
+            first = last;
         }
-        begin = end;
+    };
+    queueRuns(0, keys.size(), 16);
+    while (!runs.empty()) {
+        Run const run = runs.back();
+        runs.pop_back();
+        for (std::size_t i = run.begin; i < run.end; ++i)
+            keys[i] = Key{WordAt(key(keys[i].index), run.offset), 0, keys[i].index};
+        std::sort(keys.begin() + std::ptrdiff_t(run.begin), keys.begin() + std::ptrdiff_t(run.end));
+        queueRuns(run.begin, run.end, run.offset + 8);
     }
     std::vector<std::uint32_t> order(keys.size());
     for (std::size_t i = 0; i < keys.size(); ++i)
@@ -117,11 +120,12 @@ void ZoAppendCaseFoldedKey(std::string& out, std::string_view utf8)
     QString const rest = QString::fromUtf8(utf8.data() + i, static_cast<qsizetype>(utf8.size() - i));
     for (char32_t const c : rest.toUcs4()) {
         char32_t const folded = QChar::toCaseFolded(c);
+        // Each UTF-16 unit written as UTF-8 writes a character of that value.
         if (QChar::requiresSurrogates(folded)) {
-            AppendUnit(out, QChar::highSurrogate(folded));
-            AppendUnit(out, QChar::lowSurrogate(folded));
+            ZoAppendUtf8(out, QChar::highSurrogate(folded));
+            ZoAppendUtf8(out, QChar::lowSurrogate(folded));
         } else {
-            AppendUnit(out, static_cast<char16_t>(folded));
+            ZoAppendUtf8(out, folded);
         }
     }
 }

@@ -11,8 +11,8 @@
 
 // The order of `count` items by byte keys: keys compare as memcmp compares them (a key comes
 // before the longer keys it begins), equal keys by item index, so the order is stable. The
-// first 40 bytes of each key are kept beside its index as integers, so that the sort compares
-// integers alone; only items whose keys are equal there are compared again by whole keys.
+// sort moves 16-byte integer keys (16 bytes of each key at first, then 8 bytes at a time
+// within the runs still equal), so that it compares integers alone.
 // key(i): the key of item i, valid for the whole call.
 std::vector<std::uint32_t> ZoOrderByKeys(std::size_t count, std::function<std::string_view(std::size_t)> const& key);
 

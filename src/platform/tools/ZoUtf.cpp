@@ -34,25 +34,6 @@ char32_t DecodeOne(std::string_view s, std::size_t& i)
     return cp;
 }
 
-void AppendUtf8(std::string& out, char32_t cp)
-{
-    if (cp < 0x80) {
-        out.push_back(static_cast<char>(cp));
-    } else if (cp < 0x800) {
-        out.push_back(static_cast<char>(0xC0 | (cp >> 6)));
-        out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
-    } else if (cp < 0x10000) {
-        out.push_back(static_cast<char>(0xE0 | (cp >> 12)));
-        out.push_back(static_cast<char>(0x80 | ((cp >> 6) & 0x3F)));
-        out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
-    } else {
-        out.push_back(static_cast<char>(0xF0 | (cp >> 18)));
-        out.push_back(static_cast<char>(0x80 | ((cp >> 12) & 0x3F)));
-        out.push_back(static_cast<char>(0x80 | ((cp >> 6) & 0x3F)));
-        out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
-    }
-}
-
 void AppendWide(std::wstring& out, char32_t cp)
 {
     if constexpr (sizeof(wchar_t) >= 4) {
@@ -85,6 +66,25 @@ bool IsAscii(std::string_view s)
 
 } // namespace
 
+void ZoAppendUtf8(std::string& out, char32_t cp)
+{
+    if (cp < 0x80) {
+        out.push_back(static_cast<char>(cp));
+    } else if (cp < 0x800) {
+        out.push_back(static_cast<char>(0xC0 | (cp >> 6)));
+        out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
+    } else if (cp < 0x10000) {
+        out.push_back(static_cast<char>(0xE0 | (cp >> 12)));
+        out.push_back(static_cast<char>(0x80 | ((cp >> 6) & 0x3F)));
+        out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
+    } else {
+        out.push_back(static_cast<char>(0xF0 | (cp >> 18)));
+        out.push_back(static_cast<char>(0x80 | ((cp >> 12) & 0x3F)));
+        out.push_back(static_cast<char>(0x80 | ((cp >> 6) & 0x3F)));
+        out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
+    }
+}
+
 void Utf16ToUtf8(ZoBasicString<char>& out, std::wstring_view in)
 {
     out.clear();
@@ -103,7 +103,7 @@ void Utf16ToUtf8(ZoBasicString<char>& out, std::wstring_view in)
         }
         if ((cp >= 0xD800 && cp <= 0xDFFF) || cp > 0x10FFFF)
             cp = kReplacement;
-        AppendUtf8(out, cp);
+        ZoAppendUtf8(out, cp);
     }
 }
 
@@ -174,5 +174,5 @@ void ZoSanitizeUtf8(std::string& out, std::string_view utf8)
     out.clear();
     out.reserve(utf8.size());
     for (std::size_t i = 0; i < utf8.size();)
-        AppendUtf8(out, DecodeOne(utf8, i));
+        ZoAppendUtf8(out, DecodeOne(utf8, i));
 }

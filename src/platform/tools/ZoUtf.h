@@ -6,6 +6,8 @@
 void Utf16ToUtf8(ZoBasicString<char>& out, ZoBasicString<wchar_t> const& in);
 void Utf16ToUtf8(ZoBasicString<char>& out, std::wstring_view in);
 std::string ZoToUtf8(std::wstring_view in);
+// Appends one character's UTF-8 bytes (any value up to U+10FFFF is written as it is).
+void ZoAppendUtf8(std::string& out, char32_t c);
 
 // Wide string from UTF-8 text; malformed sequences become U+FFFD, never an error.
 ZoBasicString<wchar_t>& ParseXMLText(ZoBasicString<char> const& text, ZoBasicString<wchar_t>& out);
