@@ -76,13 +76,15 @@ void LoadUsers(ProjectFolder& project)
         users.Create(kUsersRootTag);
 }
 
-// The lines of the findings, from the files as they are on disk now.
-void FindLines(ProjectFolder const& project, std::vector<ZoFinding>& findings)
+// The lines of the findings, from the files as they are on disk now (read one at a time,
+// once the project's tree is gone, so that a large project is never held twice).
+void FindLines(QString const& folder, std::vector<ZoFinding>& findings)
 {
     for (ProjectDoc doc : {ProjectDoc::Events, ProjectDoc::TimeTables, ProjectDoc::Devices}) {
         ProjectFileBytes bytes;
         std::wstring reason;
-        if (ReadProjectFile(project.FilePath(doc), bytes, reason) == ProjectFileRead::Read)
+        QString const path = QDir(folder).filePath(QString::fromWCharArray(zo::project::FileName(doc)));
+        if (ReadProjectFile(path, bytes, reason) == ProjectFileRead::Read)
             ZoFindLines(findings, doc, bytes.Data(), bytes.Size());
     }
 }
@@ -114,10 +116,12 @@ int RunCheckCommand(QStringList const& arguments, std::FILE* out, std::FILE* err
     ZoCheckOptions options;
     options.from = parsed.from;
     std::vector<ZoFinding> findings = ZoCheckProject(docs, options);
-    FindLines(*project, findings);
+    QString const folder = project->Folder();
+    project.reset();
+    FindLines(folder, findings);
 
     if (parsed.json) {
-        std::string const json = ZoFindingsJson(QDir::toNativeSeparators(project->Folder()).toStdWString(), findings);
+        std::string const json = ZoFindingsJson(QDir::toNativeSeparators(folder).toStdWString(), findings);
         std::fwrite(json.data(), 1, json.size(), out);
     } else {
         for (ZoFinding const& finding : findings)

@@ -1,6 +1,7 @@
 #include "check/ZoCheckContext.h"
 
 #include "actions/ZoScreenReportNames.h"
+#include "config/XmlKeys.h"
 #include "editor/ZoEventFields.h"
 #include "platform/tools/ZoUtf.h"
 #include "project/ProjectFiles.h"
@@ -54,18 +55,12 @@ DocumentTags::DocumentTags(XmlDocument const* document)
 
 std::string_view KeyText(XmlNode const& element, void const* tag)
 {
-    XmlNode const* child = KeyChild(&element, tag);
-    return child ? child->TextUtf8() : std::string_view();
+    return zo::xml::TextOf(element, tag);
 }
 
 XmlNode const* KeyChild(XmlNode const* element, void const* tag)
 {
-    if (!element || !tag)
-        return nullptr;
-    for (XmlNode const* child = element->FirstChild(); child; child = child->NextSibling())
-        if (child->TagKey() == tag)
-            return child;
-    return nullptr;
+    return element ? zo::xml::ChildByKey(*element, tag) : nullptr;
 }
 
 std::wstring WideValue(XmlNode const& element, std::wstring_view key)
