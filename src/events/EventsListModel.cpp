@@ -268,7 +268,6 @@ void EventsListModel::FillRows(XmlNode* events)
     });
 }
 
-
 int EventsListModel::RowOfEvent(XmlNode const* event) const
 {
     for (std::size_t i = 0; i < m_rows.size(); ++i) {
@@ -310,11 +309,7 @@ bool EventsListModel::UpdateInPlace(XmlNode* events, std::vector<XmlNode const*>
         if (before != event || event->NextSibling() != after)
             return false;
     }
-    auto less = [this](std::uint32_t a, std::uint32_t b) {
-        if (int const order = NameKey(m_rows[a]).compare(NameKey(m_rows[b])))
-            return order < 0;
-        return a < b;
-    };
+    auto const less = [this](std::uint32_t a, std::uint32_t b) { return NameBefore(a, b); };
     for (std::uint32_t const index : rows) {
         auto const was = std::find(m_byName.begin(), m_byName.end(), index);
         std::ptrdiff_t const place = was - m_byName.begin();
@@ -441,11 +436,7 @@ void EventsListModel::MergeChangedIntoOrder(Refill& refill)
         if (index != kNoRow)
             kept.push_back(index);
     }
-    auto less = [this](std::uint32_t a, std::uint32_t b) {
-        if (int const order = NameKey(m_rows[a]).compare(NameKey(m_rows[b])))
-            return order < 0;
-        return a < b;
-    };
+    auto const less = [this](std::uint32_t a, std::uint32_t b) { return NameBefore(a, b); };
     std::sort(refill.fresh.begin(), refill.fresh.end(), less);
     m_byName.clear();
     m_byName.reserve(m_rows.size());
@@ -569,11 +560,17 @@ int EventsListModel::FindName(std::wstring_view name) const
     return -1;
 }
 
-int EventsListModel::CountName(std::wstring_view name) const
+int EventsListModel::CountFoldedName(std::string_view folded) const
 {
-    std::string const folded = FoldedName(name);
     auto const [from, to] = std::equal_range(m_byName.begin(), m_byName.end(), folded, NameLess{this});
     return int(to - from);
+}
+
+bool EventsListModel::NameBefore(std::uint32_t a, std::uint32_t b) const
+{
+    if (int const order = NameKey(m_rows[a]).compare(NameKey(m_rows[b])))
+        return order < 0;
+    return a < b;
 }
 
 EventNameSet EventsListModel::NameSet() const

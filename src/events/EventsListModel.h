@@ -75,8 +75,9 @@ public:
     std::wstring NameAt(int row) const;
     // The row whose name equals this one without regard to case, or -1.
     int FindName(std::wstring_view name) const;
-    // How many rows bear this name without regard to case.
-    int CountName(std::wstring_view name) const;
+    // How many rows bear this name without regard to case (the name already folded,
+    // FoldedName).
+    int CountFoldedName(std::string_view folded) const;
     // The names of all rows, for making pasted names unique; it refers to the rows, so it
     // serves until the next fill.
     EventNameSet NameSet() const;
@@ -168,6 +169,8 @@ private:
     void SortRows();
     Row const* RowAt(int row) const;
     std::string_view NameKey(Row const& row) const;
+    // The name order of the rows: by folded name, then by place in the document.
+    bool NameBefore(std::uint32_t a, std::uint32_t b) const;
     // Orders row indices by folded name alone, against each other or a folded name.
     struct NameLess {
         EventsListModel const* model;

@@ -201,8 +201,8 @@ bool ZoEDlgEventsCfg::RunEventEditor(XmlNode* event, XmlNode* copyRoot, std::wst
     // The rows hold every other event's name: only a name that one of them bears without
     // regard to case sends the editor through all the events.
     editor.m_mayClash = [this, stored = FoldedName(storedName)](std::wstring_view name) {
-        int const alike = m_model->CountName(name);
-        return alike > (FoldedName(name) == stored && !stored.empty() ? 1 : 0);
+        std::string const folded = FoldedName(name);
+        return m_model->CountFoldedName(folded) > (folded == stored && !stored.empty() ? 1 : 0);
     };
     return editor.DoModal() == QDialog::Accepted;
 }
