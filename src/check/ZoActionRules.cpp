@@ -123,9 +123,10 @@ void CheckAction(Context& context, EventUnderCheck const& event, ActionPlace con
 // numbered from 1 in its moment as the action lists show them.
 void CheckEventActions(Context& context, EventUnderCheck const& event)
 {
-    int const moments = ZoMomentsToCheck(event.node);
+    // As ZoMomentsToCheck counts them, from the key already found.
+    int const moments = event.Utf8(KeyNotify) == "T" ? 4 : 3;
     for (int list = 0; list < 2; ++list) {
-        XmlNode const* side = KeyChild(&event.node, context.eventsTags.sides[list]);
+        XmlNode const* side = event.Child(static_cast<EventKey>(KeyActions + list));
         if (!side)
             continue;
         for (int moment = 0; moment < moments; ++moment) {

@@ -49,6 +49,10 @@ enum EventKey {
     KeyAckAnnotation,
     KeyArguments,
     KeyEventsGroups,
+    KeyNotify,
+    KeyDisabled,
+    KeyActions,       // `actions`; `clientActions` follows it
+    KeyClientActions,
     KeyCount
 };
 // The interned tags of the keys in the events document (XmlDocument::TagKey).
@@ -124,6 +128,9 @@ struct ZoProjectChecker::Context {
     // event's new name kept apart), so that an event's edit leaves the counts valid.
     std::unordered_map<std::string_view, int> eventNames;
     std::vector<std::string_view> nameAt; // by position in `events`
+    std::vector<int*> countAt;            // the count of the name at that position (map nodes stay put)
+    // How many events hold the name of the event at that position.
+    int NameCount(std::uint32_t position, std::string_view name) const;
     std::string nameBlock;
     std::deque<std::string> newNames;
     // Event id -> its registrations; views into the device tree, which the check never
@@ -148,6 +155,20 @@ struct ZoProjectChecker::Context {
     // once, however many events use it.
     bool TableAllowsAny(std::wstring const& id);
     std::unordered_map<std::wstring, bool> tableAllows;
+    // What an event's `timeTable` (as stored) resolves to, looked up once per table.
+    struct TableState {
+        std::wstring id;
+        bool known = false;
+        bool allowsAny = false;
+    };
+    TableState const& TableOf(std::string_view utf8Id);
+    std::unordered_map<std::string, TableState, zo::check::Utf8Hash, std::equal_to<>> tableStates;
+
+    // A text of the text table, loaded once per check.
+    std::wstring const& Text(unsigned id);
+    std::unordered_map<unsigned, std::wstring> texts;
+    std::wstring fromText; // `from` and `to` as the messages write them
+    std::wstring toText;
 
     void IndexNames();
     void IndexRegistrations();
@@ -157,18 +178,29 @@ struct ZoProjectChecker::Context {
 
 namespace zo::check {
 
+// What the rules over the whole project gather from each event as the events are walked
+// for their own rules, so that 100,000 events are walked once (ZoProjectRules.cpp).
+class ProjectPass {
+public:
+    explicit ProjectPass(ZoProjectChecker::Context& context);
+    ~ProjectPass();
+    ProjectPass(ProjectPass const&) = delete;
+    ProjectPass& operator=(ProjectPass const&) = delete;
+
+    void Collect(EventUnderCheck const& event);
+    // The findings of every rule over the whole project, in the order of the documents.
+    void Report();
+
+private:
+    struct State;
+    std::unique_ptr<State> m_state;
+};
+
 // The rules over one event (ZoEventRules.cpp, ZoActionRules.cpp).
 void CheckEventIdentity(ZoProjectChecker::Context& context, EventUnderCheck const& event);
 void CheckEventFormulas(ZoProjectChecker::Context& context, EventUnderCheck const& event);
 void CheckEventReferences(ZoProjectChecker::Context& context, EventUnderCheck const& event);
 void CheckEventActions(ZoProjectChecker::Context& context, EventUnderCheck const& event);
 
-// The rules over the project (ZoProjectRules.cpp).
-void CheckDuplicateIds(ZoProjectChecker::Context& context);
-void CheckGroups(ZoProjectChecker::Context& context);
-void CheckTimeTables(ZoProjectChecker::Context& context);
-void CheckRegistrations(ZoProjectChecker::Context& context);
-void CheckLikelyDuplicates(ZoProjectChecker::Context& context);
-void CheckFloodBound(ZoProjectChecker::Context& context);
 
 } // namespace zo::check

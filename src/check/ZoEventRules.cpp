@@ -133,33 +133,35 @@ void CheckAlarmShape(Context& context, EventUnderCheck const& event, std::wstrin
     XmlNode const* stopNode = event.Child(KeyConditionStop);
     if (analog.empty() && !stopNode)
         return;
-    std::wstring const stop = stopNode ? ZoFromUtf8(stopNode->TextUtf8()) : std::wstring();
-    auto const threshold = ZoReadThreshold(condition);
     if (!analog.empty() && !stopNode && IsZeroDelay(event.Wide(KeyDelayActivate))) {
         context.Add(event, ZoSeverity::Warning, "chattering", ZoCheckField::Condition,
-                    ZoFormat(Text(64547).c_str(), analog.c_str()));
-    } else if (!analog.empty() && threshold && !stopNode) {
-        context.Add(event, ZoSeverity::Warning, "no-deadband", ZoCheckField::StopCondition,
-                    ZoFormat(Text(64548).c_str(), analog.c_str()));
+                    ZoFormat(context.Text(64547).c_str(), analog.c_str()));
+        return;
     }
+    auto const threshold = ZoReadThreshold(condition);
+    if (!analog.empty() && threshold && !stopNode) {
+        context.Add(event, ZoSeverity::Warning, "no-deadband", ZoCheckField::StopCondition,
+                    ZoFormat(context.Text(64548).c_str(), analog.c_str()));
+    }
+    std::wstring const stop = stopNode ? ZoFromUtf8(stopNode->TextUtf8()) : std::wstring();
     if (!stopNode || stop.empty())
         return;
     auto const stopThreshold = ZoReadThreshold(stop);
     if (threshold && stopThreshold && !analog.empty() && ZoThresholdsComplement(*threshold, *stopThreshold)) {
-        context.Add(event, ZoSeverity::Warning, "no-deadband", ZoCheckField::StopCondition, Text(64549));
+        context.Add(event, ZoSeverity::Warning, "no-deadband", ZoCheckField::StopCondition, context.Text(64549));
         return;
     }
     bool const within = threshold && stopThreshold ? ZoThresholdWithin(*stopThreshold, *threshold)
                                                    : ZoNormalisedFormula(stop) == ZoNormalisedFormula(condition);
     if (within)
-        context.Add(event, ZoSeverity::Warning, "never-clears", ZoCheckField::StopCondition, Text(64550));
+        context.Add(event, ZoSeverity::Warning, "never-clears", ZoCheckField::StopCondition, context.Text(64550));
 }
 
 void CheckConditions(Context& context, EventUnderCheck const& event)
 {
     std::wstring const condition = event.Wide(KeyCondition);
     if (condition.empty()) {
-        context.Add(event, ZoSeverity::Error, "no-condition", ZoCheckField::Condition, Text(64531));
+        context.Add(event, ZoSeverity::Error, "no-condition", ZoCheckField::Condition, context.Text(64531));
     } else if (CheckFormula(context, event, ZoCheckField::Condition, 0, condition, ZoFormulaRole::Condition)) {
         std::vector<ZoBasicString<wchar_t>> variables;
         if (double constant = 0; !ZoIsLogicalConstant(condition, constant))
@@ -167,14 +169,14 @@ void CheckConditions(Context& context, EventUnderCheck const& event)
         std::wstring const analog = AnalogVariable(context, variables);
         if (double value = 0; IsConstant(context.evaluator, condition, !variables.empty(), value))
             context.Add(event, ZoSeverity::Warning, "constant-condition", ZoCheckField::Condition,
-                        Text(value == 1.0 ? 64545 : 64546));
+                        context.Text(value == 1.0 ? 64545 : 64546));
         else
             CheckAlarmShape(context, event, condition, analog);
     }
     if (XmlNode const* stop = event.Child(KeyConditionStop)) {
         std::wstring const text = ZoFromUtf8(stop->TextUtf8());
         if (text.empty())
-            context.Add(event, ZoSeverity::Error, "no-condition", ZoCheckField::StopCondition, Text(33122));
+            context.Add(event, ZoSeverity::Error, "no-condition", ZoCheckField::StopCondition, context.Text(33122));
         else
             CheckFormula(context, event, ZoCheckField::StopCondition, 0, text, ZoFormulaRole::StopCondition);
     }
@@ -225,7 +227,7 @@ void CheckPlaceholders(Context& context, EventUnderCheck const& event, ZoCheckFi
             continue;
         }
         if (letter == L's' && !hasStop) {
-            context.Add(event, ZoSeverity::Warning, "annotation-placeholder", field, ZoFormat(Text(64542).c_str()));
+            context.Add(event, ZoSeverity::Warning, "annotation-placeholder", field, ZoFormat(context.Text(64542).c_str()));
             continue;
         }
         if (letter != L'a' && letter != L'g')
@@ -237,7 +239,7 @@ void CheckPlaceholders(Context& context, EventUnderCheck const& event, ZoCheckFi
         int const available = letter == L'a' ? arguments : groups;
         if (end == i + 2 || number < 1 || number > available)
             context.Add(event, ZoSeverity::Warning, "annotation-placeholder", field,
-                        ZoFormat(Text(letter == L'a' ? 64540 : 64541).c_str(), text.substr(i, end - i).c_str(),
+                        ZoFormat(context.Text(letter == L'a' ? 64540 : 64541).c_str(), text.substr(i, end - i).c_str(),
                                  number, available));
         i = end - 1;
     }
@@ -248,24 +250,23 @@ void CheckPlaceholders(Context& context, EventUnderCheck const& event, ZoCheckFi
 void CheckEventIdentity(Context& context, EventUnderCheck const& event)
 {
     if (event.name.empty())
-        context.Add(event, ZoSeverity::Error, "invalid-name", ZoCheckField::Name, Text(64530));
+        context.Add(event, ZoSeverity::Error, "invalid-name", ZoCheckField::Name, context.Text(64530));
     else if (!IsValidId(event.name.c_str(), true))
-        context.Add(event, ZoSeverity::Error, "invalid-name", ZoCheckField::Name, Text(32764));
+        context.Add(event, ZoSeverity::Error, "invalid-name", ZoCheckField::Name, context.Text(32764));
     if (!event.name.empty()) {
-        auto const same = context.eventNames.find(event.Utf8(KeyName));
-        if (same != context.eventNames.end() && same->second > 1)
+        if (int const same = context.NameCount(event.position, event.Utf8(KeyName)); same > 1)
             context.Add(event, ZoSeverity::Error, "duplicate-name", ZoCheckField::Name,
-                        ZoFormat(Text(64532).c_str(), same->second));
+                        ZoFormat(context.Text(64532).c_str(), same));
     }
     auto const registered = context.registrations.find(event.Utf8(KeyId));
     int const count = registered == context.registrations.end() ? 0 : registered->second.count;
     if (registered != context.registrations.end())
         registered->second.matched = true;
     if (count == 0)
-        context.Add(event, ZoSeverity::Error, "not-registered", ZoCheckField::Identity, Text(64534));
+        context.Add(event, ZoSeverity::Error, "not-registered", ZoCheckField::Identity, context.Text(64534));
     else if (count > 1)
         context.Add(event, ZoSeverity::Error, "registered-twice", ZoCheckField::Identity,
-                    ZoFormat(Text(64535).c_str(), count));
+                    ZoFormat(context.Text(64535).c_str(), count));
 }
 
 void CheckEventFormulas(Context& context, EventUnderCheck const& event)
@@ -276,15 +277,14 @@ void CheckEventFormulas(Context& context, EventUnderCheck const& event)
 
 void CheckEventReferences(Context& context, EventUnderCheck const& event)
 {
-    if (!event.Utf8(KeyTimeTable).empty()) {
-        std::wstring const table = event.Wide(KeyTimeTable);
-        if (context.timeTables.KindOf(table) == ZoTimeTableResolution::Kind::None)
+    if (std::string_view const utf8 = event.Utf8(KeyTimeTable); !utf8.empty()) {
+        ZoProjectChecker::Context::TableState const& table = context.TableOf(utf8);
+        if (!table.known)
             context.Add(event, ZoSeverity::Warning, "unknown-time-table", ZoCheckField::TimeTable,
-                        ZoFormat(Text(64537).c_str(), table.c_str()));
-        else if (!context.TableAllowsAny(table))
+                        ZoFormat(context.Text(64537).c_str(), table.id.c_str()));
+        else if (!table.allowsAny)
             context.Add(event, ZoSeverity::Warning, "never-fires", ZoCheckField::TimeTable,
-                        ZoFormat(Text(64544).c_str(), context.from.toString(Qt::ISODate).toStdWString().c_str(),
-                                 context.to.toString(Qt::ISODate).toStdWString().c_str()));
+                        ZoFormat(context.Text(64544).c_str(), context.fromText.c_str(), context.toText.c_str()));
     }
     int groups = 0;
     if (XmlNode const* memberships = event.Child(KeyEventsGroups)) {
@@ -295,7 +295,7 @@ void CheckEventReferences(Context& context, EventUnderCheck const& event)
                 ++groups;
             else
                 context.Add(event, ZoSeverity::Warning, "unknown-group", ZoCheckField::Groups,
-                            ZoFormat(Text(64538).c_str(), ZoFromUtf8(group->TextUtf8()).c_str()));
+                            ZoFormat(context.Text(64538).c_str(), ZoFromUtf8(group->TextUtf8()).c_str()));
         }
     }
     int const arguments = CountChildren(event.Child(KeyArguments), L"argument");

@@ -3,6 +3,7 @@
 #include "actions/ZoScreenReportNames.h"
 #include "config/XmlKeys.h"
 #include "editor/ZoEventFields.h"
+#include "platform/tools/ZoTexts.h"
 #include "platform/tools/ZoUtf.h"
 #include "project/ProjectFiles.h"
 
@@ -25,7 +26,8 @@ EventKeyTags EventKeyTagsOf(XmlDocument const& events)
 {
     static constexpr wchar_t const* kTags[KeyCount] = {
         L"name",       L"id",           L"condition",     L"conditionStop", L"delayToActivate", L"delayToDeactivate",
-        L"timeTable",  L"annotation",   L"deaAnnotation", L"ackAnnotation", L"arguments",       L"eventsGroups"};
+        L"timeTable",  L"annotation",   L"deaAnnotation", L"ackAnnotation", L"arguments",       L"eventsGroups",
+        L"notify",     L"disabled",     kZoActionSides[0], kZoActionSides[1]};
     EventKeyTags tags{};
     for (int key = 0; key < KeyCount; ++key)
         tags[key] = events.TagKey(kTags[key]);
@@ -144,6 +146,8 @@ ZoProjectChecker::Context::Context(ZoProjectDocs givenDocs, ZoCheckOptions optio
     , to(from.addYears(1).addDays(-1))
     , catalog(options.catalog)
     , timeTables(docs.timeTables)
+    , fromText(from.toString(Qt::ISODate).toStdWString())
+    , toText(to.toString(Qt::ISODate).toStdWString())
 {
     if (!catalog) {
         ownCatalog = std::make_unique<ZoDeviceCatalog>();
@@ -177,10 +181,32 @@ bool ZoProjectChecker::Context::TableAllowsAny(std::wstring const& id)
     return known->second;
 }
 
+ZoProjectChecker::Context::TableState const& ZoProjectChecker::Context::TableOf(std::string_view utf8Id)
+{
+    auto found = tableStates.find(utf8Id);
+    if (found == tableStates.end()) {
+        TableState state;
+        state.id = ZoFromUtf8(utf8Id);
+        state.known = timeTables.KindOf(state.id) != ZoTimeTableResolution::Kind::None;
+        state.allowsAny = state.known && TableAllowsAny(state.id);
+        found = tableStates.emplace(std::string(utf8Id), std::move(state)).first;
+    }
+    return found->second;
+}
+
+std::wstring const& ZoProjectChecker::Context::Text(unsigned id)
+{
+    auto found = texts.find(id);
+    if (found == texts.end())
+        found = texts.emplace(id, ZoLoadString(id)).first;
+    return found->second;
+}
+
 void ZoProjectChecker::Context::IndexNames()
 {
     eventNames.clear();
     nameAt.clear();
+    countAt.clear();
     if (!eventsElement)
         return;
     std::size_t bytes = 0;
@@ -189,15 +215,23 @@ void ZoProjectChecker::Context::IndexNames()
     nameBlock.reserve(bytes); // never grows past this, so the views stay valid
     eventNames.reserve(static_cast<std::size_t>(eventsElement->Size()));
     nameAt.reserve(static_cast<std::size_t>(eventsElement->Size()));
+    countAt.reserve(static_cast<std::size_t>(eventsElement->Size()));
     for (XmlNode const* event = eventsElement->FirstChild(); event; event = event->NextSibling()) {
         std::string_view const name = event->HasTag(L"event") ? KeyText(*event, eventsTags.name) : std::string_view();
         std::size_t const at = nameBlock.size();
         nameBlock.append(name);
         std::string_view const kept(nameBlock.data() + at, name.size());
-        if (!kept.empty())
-            ++eventNames[kept];
         nameAt.push_back(kept);
+        countAt.push_back(kept.empty() ? nullptr : &++eventNames[kept]);
     }
+}
+
+int ZoProjectChecker::Context::NameCount(std::uint32_t position, std::string_view name) const
+{
+    if (position < countAt.size() && countAt[position] && nameAt[position] == name)
+        return *countAt[position];
+    auto const found = eventNames.find(name);
+    return found == eventNames.end() ? 0 : found->second;
 }
 
 void ZoProjectChecker::Context::IndexRegistrations()
@@ -259,9 +293,8 @@ ZoFinding& ZoProjectChecker::Context::AddAt(ProjectDoc file, std::vector<std::ui
 
 namespace {
 
-void CheckOneEvent(ZoProjectChecker::Context& context, XmlNode const& node, std::uint32_t position)
+void CheckOneEvent(ZoProjectChecker::Context& context, EventUnderCheck const& event)
 {
-    EventUnderCheck const event(node, position, context.keyTags);
     CheckEventIdentity(context, event);
     CheckEventFormulas(context, event);
     CheckEventReferences(context, event);
@@ -282,18 +315,19 @@ std::vector<ZoFinding> ZoProjectChecker::CheckProject()
     std::vector<ZoFinding> findings;
     Context& context = *m_context;
     context.out = &findings;
+    zo::check::ProjectPass pass(context);
     if (context.eventsElement) {
+        // Most projects have fewer findings than events: one allocation for most of them.
+        findings.reserve(static_cast<std::size_t>(context.eventsElement->Size()));
         std::uint32_t position = 0;
-        for (XmlNode const* event = context.eventsElement->FirstChild(); event; event = event->NextSibling(), ++position)
-            if (event->HasTag(L"event"))
-                CheckOneEvent(context, *event, position);
+        for (XmlNode const* node = context.eventsElement->FirstChild(); node; node = node->NextSibling(), ++position)
+            if (node->HasTag(L"event")) {
+                EventUnderCheck const event(*node, position, context.keyTags);
+                CheckOneEvent(context, event);
+                pass.Collect(event);
+            }
     }
-    CheckDuplicateIds(context);
-    CheckGroups(context);
-    CheckTimeTables(context);
-    CheckRegistrations(context);
-    CheckLikelyDuplicates(context);
-    CheckFloodBound(context);
+    pass.Report();
     context.out = nullptr;
     return findings;
 }
@@ -312,15 +346,15 @@ std::vector<ZoFinding> ZoProjectChecker::CheckEvent(std::uint32_t position)
         std::string_view& old = context.nameAt[position];
         std::string_view const name = event->ValueUtf8(L"name");
         if (old != name) {
+            // Only this position points at a count that falls to nothing.
             if (!old.empty() && --context.eventNames[old] == 0)
                 context.eventNames.erase(old);
             old = context.newNames.emplace_back(name);
-            if (!old.empty())
-                ++context.eventNames[old];
+            context.countAt[position] = old.empty() ? nullptr : &++context.eventNames[old];
         }
     }
     context.out = &findings;
-    CheckOneEvent(context, *event, position);
+    CheckOneEvent(context, EventUnderCheck(*event, position, context.keyTags));
     context.out = nullptr;
     return findings;
 }

@@ -84,7 +84,6 @@ public:
                                  place});
     }
 
-private:
     struct Entry {
         std::size_t hash;
         std::uint32_t order;
@@ -94,31 +93,32 @@ private:
 
     void Report()
     {
-        std::vector<Entry*> sorted;
+        // (hash, order): 16 bytes a key, sorted without reaching into the entries.
+        std::vector<std::pair<std::size_t, std::uint32_t>> sorted;
         sorted.reserve(m_entries.size());
-        for (Entry& entry : m_entries)
-            sorted.push_back(&entry);
-        std::sort(sorted.begin(), sorted.end(), [](Entry const* a, Entry const* b) {
-            return a->hash != b->hash ? a->hash < b->hash : a->order < b->order;
-        });
-        std::vector<std::pair<Entry const*, Entry const*>> twice; // (later holder, first holder)
+        for (Entry const& entry : m_entries)
+            sorted.emplace_back(entry.hash, entry.order);
+        std::sort(sorted.begin(), sorted.end());
+        std::vector<std::pair<std::uint32_t, std::uint32_t>> twice; // (later holder, first holder)
         for (std::size_t start = 0; start < sorted.size();) {
             std::size_t end = start + 1;
-            while (end < sorted.size() && sorted[end]->hash == sorted[start]->hash)
+            while (end < sorted.size() && sorted[end].first == sorted[start].first)
                 ++end;
             for (std::size_t later = start + 1; later < end; ++later)
                 for (std::size_t first = start; first < later; ++first)
-                    if (sorted[first]->id == sorted[later]->id) {
-                        twice.emplace_back(sorted[later], sorted[first]);
+                    if (m_entries[sorted[first].second].id == m_entries[sorted[later].second].id) {
+                        twice.emplace_back(sorted[later].second, sorted[first].second);
                         break;
                     }
             start = end;
         }
-        std::sort(twice.begin(), twice.end(), [](auto const& a, auto const& b) { return a.first->order < b.first->order; });
+        std::sort(twice.begin(), twice.end());
         for (auto const& [later, first] : twice)
-            Add(*later, *first);
+            Add(m_entries[later], m_entries[first]);
+        m_entries.clear();
     }
 
+private:
     void Add(Entry const& later, Entry const& first)
     {
         Holder holder = HolderOf(later.place);
@@ -145,33 +145,6 @@ void ForEachChild(XmlNode const* container, wchar_t const* tag, Visit const& vis
          child = child->NextSibling(), ++position)
         if (child->HasTag(tag))
             visit(*child, position);
-}
-
-void CheckEventChildIds(Context& context)
-{
-    DocumentTags const& tags = context.eventsTags;
-    std::size_t const events = context.eventsElement ? static_cast<std::size_t>(context.eventsElement->Size()) : 0;
-    IdRegister arguments(context, ProjectDoc::Events, events);
-    IdRegister actions(context, ProjectDoc::Events, events * 4);
-    ForEachChild(context.eventsElement, L"event", [&](XmlNode const& event, std::uint32_t) {
-        int number = 0;
-        ForEachChild(KeyChild(&event, tags.arguments), L"argument", [&](XmlNode const& argument, std::uint32_t) {
-            arguments.Enter(KeyText(argument, tags.id),
-                            {&event, ZoCheckSubject::Event, ZoCheckField::Argument, -1, -1, ++number});
-        });
-        for (int list = 0; list < 2; ++list) {
-            XmlNode const* side = KeyChild(&event, tags.sides[list]);
-            for (int moment = 0; side && moment < 4; ++moment) {
-                XmlNode const* actionsOfMoment = KeyChild(side, tags.moments[moment]);
-                int index = 0;
-                for (XmlNode const* action = actionsOfMoment ? actionsOfMoment->FirstChild() : nullptr; action;
-                     action = action->NextSibling())
-                    actions.Enter(KeyText(*action, tags.id),
-                                  {&event, ZoCheckSubject::Event, ZoCheckField::Action, static_cast<std::int8_t>(list),
-                                   static_cast<std::int8_t>(moment), ++index});
-            }
-        }
-    });
 }
 
 struct TimeTableKind {
@@ -267,19 +240,8 @@ void CheckCalendarDates(Context& context, XmlNode const& calendar, Holder const&
     }
 }
 
-} // namespace
-
-void CheckDuplicateIds(Context& context)
+void CheckTimeTableIds(Context& context)
 {
-    // Each register reports when it goes out of scope.
-    {
-        std::size_t const count = context.eventsElement ? static_cast<std::size_t>(context.eventsElement->Size()) : 0;
-        IdRegister events(context, ProjectDoc::Events, count);
-        ForEachChild(context.eventsElement, L"event", [&](XmlNode const& event, std::uint32_t) {
-            events.Enter(KeyText(event, context.eventsTags.id), {&event});
-        });
-    }
-    CheckEventChildIds(context);
     IdRegister tables(context, ProjectDoc::TimeTables);
     ForEachTimeTable(context, [&](XmlNode const& table, Holder const& holder) {
         tables.Enter(table.ValueUtf8(L"id"), {&table, holder.subject});
@@ -348,53 +310,17 @@ void CheckRegistrations(Context& context)
     }
 }
 
-// Two notifying events with the same condition (once normalised) most likely tell the
-// operator the same thing twice.
-void CheckLikelyDuplicates(Context& context)
-{
-    DocumentTags const& tags = context.eventsTags;
-    std::unordered_map<std::string, XmlNode const*> firstByCondition;
-    ForEachChild(context.eventsElement, L"event", [&](XmlNode const& event, std::uint32_t position) {
-        if (KeyText(event, tags.notify) != "T")
-            return;
-        std::string_view const condition = KeyText(event, tags.condition);
-        if (condition.empty())
-            return;
-        auto const [first, inserted] = firstByCondition.try_emplace(ZoNormalisedFormula(condition), &event);
-        if (inserted)
-            return;
-        std::wstring const other = ZoFromUtf8(KeyText(*first->second, tags.name));
-        ZoFinding& finding = context.AddAt(ProjectDoc::Events, {context.eventsPosition, position},
-                                           ZoCheckSubject::Event, ZoFromUtf8(KeyText(event, tags.name)),
-                                           ZoFromUtf8(KeyText(event, tags.id)), ZoSeverity::Warning,
-                                           "likely-duplicate", ZoFormat(ZoLoadString(64551).c_str(), other.c_str()));
-        finding.field = ZoCheckField::Condition;
-    });
-}
-
 // The largest number of notifying, enabled events that their time tables let fire at one
 // moment of the coming year: events without a time table count at every moment, those
 // whose table resolves to nothing never. One sweep over the periods of each table used.
-void CheckFloodBound(Context& context)
+void CheckFloodBound(Context& context, int always, std::unordered_map<std::string, int, Utf8Hash, std::equal_to<>> const& byTable)
 {
-    DocumentTags const& tags = context.eventsTags;
-    int always = 0;
-    std::map<std::wstring, int> byTable;
-    ForEachChild(context.eventsElement, L"event", [&](XmlNode const& event, std::uint32_t) {
-        if (KeyText(event, tags.notify) != "T" || KeyText(event, tags.disabled) != "F")
-            return;
-        std::wstring const table = ZoFromUtf8(KeyText(event, tags.timeTable));
-        if (table.empty())
-            ++always;
-        else
-            ++byTable[table];
-    });
     if (always == 0 && byTable.empty())
         return;
     // (minute from the first day, change in the count)
     std::vector<std::pair<long long, int>> changes;
     for (auto const& [table, count] : byTable) {
-        for (auto const& period : context.timeTables.AllowedPeriods(table, context.from, context.to)) {
+        for (auto const& period : context.timeTables.AllowedPeriods(context.TableOf(table).id, context.from, context.to)) {
             long long const day = context.from.daysTo(period.date) * 1440LL;
             changes.emplace_back(day + period.slot.from, count);
             changes.emplace_back(day + period.slot.to, -count);
@@ -417,6 +343,160 @@ void CheckFloodBound(Context& context)
     std::wstring const when = moment.toString(QStringLiteral("ddd yyyy-MM-dd HH:mm")).toStdWString();
     context.AddAt(ProjectDoc::Events, {context.eventsPosition}, ZoCheckSubject::Project, L"", L"", ZoSeverity::Note,
                   "flood-bound", ZoFormat(ZoLoadString(64552).c_str(), best, when.c_str()));
+}
+
+} // namespace
+
+struct ProjectPass::State {
+    explicit State(Context& context_, std::size_t events)
+        : context(context_)
+        , eventIds(context_, ProjectDoc::Events, events)
+        , argumentIds(context_, ProjectDoc::Events, events)
+        , actionIds(context_, ProjectDoc::Events, events * 4)
+    {
+    }
+
+    Context& context;
+    IdRegister eventIds;
+    IdRegister argumentIds;
+    IdRegister actionIds;
+    // The notifying events with a condition, and the hash of each normalised condition:
+    // only hashes are kept and sorted, and conditions are normalised again where hashes
+    // meet.
+    struct Notifying {
+        XmlNode const* event;
+        std::uint32_t position;
+    };
+    std::vector<Notifying> notifying;
+    std::vector<std::pair<std::size_t, std::uint32_t>> conditionHashes; // (hash, index in notifying)
+    void ReportDuplicates();
+    // The notifying, enabled events: those without a time table, and the others by table.
+    int always = 0;
+    std::unordered_map<std::string, int, Utf8Hash, std::equal_to<>> byTable;
+
+    void CollectIds(EventUnderCheck const& event);
+    void CollectDuplicate(EventUnderCheck const& event);
+    void CollectFlood(EventUnderCheck const& event);
+};
+
+ProjectPass::ProjectPass(Context& context)
+    : m_state(std::make_unique<State>(
+          context, context.eventsElement ? static_cast<std::size_t>(context.eventsElement->Size()) : 0))
+{
+}
+
+ProjectPass::~ProjectPass() = default;
+
+void ProjectPass::State::CollectIds(EventUnderCheck const& event)
+{
+    eventIds.Enter(event.Utf8(KeyId), {&event.node});
+    int number = 0;
+    if (XmlNode const* arguments = event.Child(KeyArguments))
+        for (XmlNode const* argument = arguments->FirstChild(); argument; argument = argument->NextSibling())
+            if (argument->HasTag(L"argument"))
+                argumentIds.Enter(KeyText(*argument, context.eventsTags.id),
+                                  {&event.node, ZoCheckSubject::Event, ZoCheckField::Argument, -1, -1, ++number});
+    for (int list = 0; list < 2; ++list) {
+        XmlNode const* side = event.Child(static_cast<EventKey>(KeyActions + list));
+        for (int moment = 0; side && moment < 4; ++moment) {
+            XmlNode const* actionsOfMoment = KeyChild(side, context.eventsTags.moments[moment]);
+            int index = 0;
+            for (XmlNode const* action = actionsOfMoment ? actionsOfMoment->FirstChild() : nullptr; action;
+                 action = action->NextSibling())
+                actionIds.Enter(KeyText(*action, context.eventsTags.id),
+                                {&event.node, ZoCheckSubject::Event, ZoCheckField::Action, static_cast<std::int8_t>(list),
+                                 static_cast<std::int8_t>(moment), ++index});
+        }
+    }
+}
+
+// Two notifying events with the same condition (once normalised) most likely tell the
+// operator the same thing twice.
+void ProjectPass::State::CollectDuplicate(EventUnderCheck const& event)
+{
+    if (event.Utf8(KeyNotify) != "T")
+        return;
+    std::string_view const condition = event.Utf8(KeyCondition);
+    if (condition.empty())
+        return;
+    conditionHashes.emplace_back(std::hash<std::string>()(ZoNormalisedFormula(condition)),
+                                 static_cast<std::uint32_t>(notifying.size()));
+    notifying.push_back({&event.node, event.position});
+}
+
+void ProjectPass::State::ReportDuplicates()
+{
+    DocumentTags const& tags = context.eventsTags;
+    auto const normalised = [&](std::uint32_t index) {
+        return ZoNormalisedFormula(KeyText(*notifying[index].event, tags.condition));
+    };
+    std::sort(conditionHashes.begin(), conditionHashes.end());
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> twice; // (later, first), indexes in notifying
+    for (std::size_t start = 0; start < conditionHashes.size();) {
+        std::size_t end = start + 1;
+        while (end < conditionHashes.size() && conditionHashes[end].first == conditionHashes[start].first)
+            ++end;
+        if (end - start > 1) {
+            std::vector<std::string> texts;
+            for (std::size_t i = start; i < end; ++i)
+                texts.push_back(normalised(conditionHashes[i].second));
+            for (std::size_t later = 1; later < texts.size(); ++later)
+                for (std::size_t first = 0; first < later; ++first)
+                    if (texts[first] == texts[later]) {
+                        twice.emplace_back(conditionHashes[start + later].second, conditionHashes[start + first].second);
+                        break;
+                    }
+        }
+        start = end;
+    }
+    std::sort(twice.begin(), twice.end());
+    for (auto const& [later, first] : twice) {
+        XmlNode const& event = *notifying[later].event;
+        std::wstring const other = ZoFromUtf8(KeyText(*notifying[first].event, tags.name));
+        ZoFinding& finding = context.AddAt(ProjectDoc::Events, {context.eventsPosition, notifying[later].position},
+                                           ZoCheckSubject::Event, ZoFromUtf8(KeyText(event, tags.name)),
+                                           ZoFromUtf8(KeyText(event, tags.id)), ZoSeverity::Warning,
+                                           "likely-duplicate", ZoFormat(ZoLoadString(64551).c_str(), other.c_str()));
+        finding.field = ZoCheckField::Condition;
+    }
+}
+
+void ProjectPass::State::CollectFlood(EventUnderCheck const& event)
+{
+    if (event.Utf8(KeyNotify) != "T" || event.Utf8(KeyDisabled) != "F")
+        return;
+    std::string_view const table = event.Utf8(KeyTimeTable);
+    if (table.empty()) {
+        ++always;
+        return;
+    }
+    auto const found = byTable.find(table);
+    if (found != byTable.end())
+        ++found->second;
+    else
+        byTable.emplace(std::string(table), 1);
+}
+
+void ProjectPass::Collect(EventUnderCheck const& event)
+{
+    m_state->CollectIds(event);
+    m_state->CollectDuplicate(event);
+    m_state->CollectFlood(event);
+}
+
+void ProjectPass::Report()
+{
+    State& state = *m_state;
+    Context& context = state.context;
+    state.eventIds.Report();
+    state.actionIds.Report();
+    state.argumentIds.Report();
+    CheckTimeTableIds(context);
+    CheckGroups(context);
+    CheckTimeTables(context);
+    CheckRegistrations(context);
+    state.ReportDuplicates();
+    CheckFloodBound(context, state.always, state.byTable);
 }
 
 } // namespace zo::check

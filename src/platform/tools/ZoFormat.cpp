@@ -35,9 +35,14 @@ ZoBasicString<wchar_t> ZoVFormat(wchar_t const* format, va_list args, int maxCha
     std::wstring out;
     if (!format)
         return out;
+    out.reserve(std::wcslen(format) + 32);
     for (wchar_t const* p = format; *p; ++p) {
         if (*p != L'%') {
-            out.push_back(*p);
+            // The text up to the next conversion, in one piece.
+            wchar_t const* const run = p;
+            while (p[1] && p[1] != L'%')
+                ++p;
+            out.append(run, static_cast<std::size_t>(p - run) + 1);
             continue;
         }
         wchar_t const* const start = p;
