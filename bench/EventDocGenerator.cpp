@@ -272,6 +272,11 @@ std::string TableName(int k, char const* kind)
 
 } // namespace
 
+std::vector<std::string> GeneratedScreenNames()
+{
+    return {kScreens.begin(), kScreens.end()};
+}
+
 std::string GeneratedId(std::uint64_t seed, char kind, std::uint64_t index)
 {
     Rng rng(Mix(seed, kind, index));

@@ -1,6 +1,7 @@
 #pragma once
 #include <cstdint>
 #include <string>
+#include <vector>
 
 class XmlDocument;
 
@@ -57,6 +58,9 @@ std::string MakeDeviceCatalogXml(EventDocShape const& shape, int devices);
 // The GUID text (upper case, with braces) of the generated element of a kind and index.
 // Kinds: 'E' event, 'T' time table, 'G' event group, 'A' argument, 'X' action, 'D' device.
 std::string GeneratedId(std::uint64_t seed, char kind, std::uint64_t index);
+
+// The screens that the generated screen actions name.
+std::vector<std::string> GeneratedScreenNames();
 // The name of generated event `index`.
 std::string GeneratedEventName(std::uint64_t seed, int index);
 

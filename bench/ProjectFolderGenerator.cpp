@@ -55,6 +55,11 @@ GeneratedProjectFolder::GeneratedProjectFolder(int events)
         std::string const close = "</deviceTree>";
         written = WriteFile(FilePath(ProjectDoc::Devices), {&open, &groups, &catalog, &close});
     }
+    // The screens the screen actions name, so that the project checks without errors.
+    for (std::string const& screen : docgen::GeneratedScreenNames()) {
+        std::string const text = "<?xml version=\"1.0\"?>\n<screen><name>" + screen + "</name></screen>\n";
+        written = written && WriteFile(QDir(m_dir.path()).filePath(QString::fromStdString(screen + ".1.XSCN")), {&text});
+    }
     if (!written) {
         std::fprintf(stderr, "cannot write the generated project of %d events in %s\n", events,
                      qPrintable(m_dir.path()));
@@ -63,6 +68,11 @@ GeneratedProjectFolder::GeneratedProjectFolder(int events)
     for (ProjectDoc doc : {ProjectDoc::Events, ProjectDoc::TimeTables, ProjectDoc::Devices})
         m_fileBytes += static_cast<double>(QFileInfo(FilePath(doc)).size());
     m_valid = true;
+    // For profiling the programs on the same files: ZO_BENCH_KEEP_FOLDERS=1 keeps them.
+    if (qEnvironmentVariableIsSet("ZO_BENCH_KEEP_FOLDERS")) {
+        m_dir.setAutoRemove(false);
+        std::fprintf(stderr, "kept the generated project of %d events in %s\n", events, qPrintable(m_dir.path()));
+    }
 }
 
 QString GeneratedProjectFolder::FilePath(ProjectDoc doc) const

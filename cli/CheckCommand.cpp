@@ -9,6 +9,7 @@
 #include "check/ZoProjectChecker.h"
 
 #include <QDir>
+#include <QFile>
 
 using zo::project::ProjectDoc;
 
@@ -76,16 +77,19 @@ void LoadUsers(ProjectFolder& project)
         users.Create(kUsersRootTag);
 }
 
-// The lines of the findings, from the files as they are on disk now (read one at a time,
-// once the project's tree is gone, so that a large project is never held twice).
+// The lines of the findings, from the files as they are on disk now (mapped one at a time,
+// once the project's tree is gone, so that a large project is never held twice; the open
+// has already refused what cannot be read).
 void FindLines(QString const& folder, std::vector<ZoFinding>& findings)
 {
     for (ProjectDoc doc : {ProjectDoc::Events, ProjectDoc::TimeTables, ProjectDoc::Devices}) {
-        ProjectFileBytes bytes;
-        std::wstring reason;
-        QString const path = QDir(folder).filePath(QString::fromWCharArray(zo::project::FileName(doc)));
-        if (ReadProjectFile(path, bytes, reason) == ProjectFileRead::Read)
-            ZoFindLines(findings, doc, bytes.Data(), bytes.Size());
+        QFile file(QDir(folder).filePath(QString::fromWCharArray(zo::project::FileName(doc))));
+        if (!file.open(QIODevice::ReadOnly) || file.size() == 0)
+            continue;
+        if (uchar const* data = file.map(0, file.size())) {
+            ZoFindLines(findings, doc, reinterpret_cast<char const*>(data), static_cast<std::size_t>(file.size()));
+            file.unmap(const_cast<uchar*>(data));
+        }
     }
 }
 
