@@ -75,6 +75,17 @@ struct EventUnderCheck {
     std::wstring id;
 };
 
+// What the check of one formula found: nothing, a fault (the evaluator then holds nothing
+// useful) or a mark on a formula that passed.
+struct FormulaOutcome {
+    bool passed = true;
+    bool found = false; // a finding to report
+    ZoSeverity severity = ZoSeverity::Error;
+    std::string_view rule;
+    std::wstring message;
+    int column = 0;
+};
+
 // Tags interned in one document (XmlDocument::TagKey), so that loops over many elements
 // compare tags as pointers instead of looking each key up by its text.
 struct DocumentTags {
@@ -88,6 +99,7 @@ struct DocumentTags {
     void const* condition = nullptr;
     void const* timeTable = nullptr;
     void const* arguments = nullptr;
+    void const* value = nullptr;
     void const* devices = nullptr;
     void const* groups = nullptr;
     void const* sides[2] = {};
@@ -163,6 +175,9 @@ struct ZoProjectChecker::Context {
     };
     TableState const& TableOf(std::string_view utf8Id);
     std::unordered_map<std::string, TableState, zo::check::Utf8Hash, std::equal_to<>> tableStates;
+
+    // The judgement of each numeric formula text met so far (delays, argument values).
+    std::unordered_map<std::string, zo::check::FormulaOutcome, zo::check::Utf8Hash, std::equal_to<>> numericOutcomes;
 
     // A text of the text table, loaded once per check.
     std::wstring const& Text(unsigned id);

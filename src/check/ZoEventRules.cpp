@@ -58,37 +58,74 @@ std::wstring KindMessage(ZoEvaluator& evaluator, ZoFormulaRole role)
     return ZoFormat(Text(64574).c_str(), Text(kKinds[kind]).c_str(), Text(needed).c_str());
 }
 
+// Judges one formula in the meaning the editor gives its field.
+FormulaOutcome JudgeFormula(Context& context, std::wstring_view text, ZoFormulaRole role)
+{
+    ZoEvaluator& evaluator = context.evaluator;
+    FormulaOutcome outcome;
+    if (auto const fault = ZoFormulaFault(evaluator, text, role)) {
+        int const code = evaluator.ErrorCode();
+        bool const sentence = code != kZoFormulaOk && code != kZoFormulaMarked && code != kZoFormulaModule;
+        outcome.passed = false;
+        outcome.found = true;
+        outcome.rule = FormulaRule(code, *fault, evaluator);
+        outcome.message = sentence ? evaluator.ErrorMsg(code) : *fault;
+        if (outcome.rule == "formula-type" && !sentence)
+            outcome.message = KindMessage(evaluator, role);
+        // A module reference is checked when the project runs: worth knowing, not an error.
+        outcome.severity = outcome.rule == "module-reference" ? ZoSeverity::Warning : ZoSeverity::Error;
+        if (sentence)
+            outcome.column = evaluator.ErrorPosition();
+        return outcome;
+    }
+    // "1" and "0" pass without the evaluator (which then still holds the last formula).
+    if (double constant = 0; role != ZoFormulaRole::Argument && ZoIsLogicalConstant(text, constant))
+        return outcome;
+    if (evaluator.ErrorCode() == kZoFormulaMarked) {
+        outcome.found = true;
+        outcome.severity = ZoSeverity::Warning;
+        outcome.rule = "marked-comparison";
+        outcome.message = evaluator.ErrorMsg(kZoFormulaMarked);
+        outcome.column = evaluator.ErrorPosition();
+    }
+    return outcome;
+}
+
+void ReportOutcome(Context& context, EventUnderCheck const& event, ZoCheckField field, int index,
+                   FormulaOutcome const& outcome)
+{
+    if (!outcome.found)
+        return;
+    ZoFinding& finding = context.Add(event, outcome.severity, outcome.rule, field, outcome.message);
+    finding.index = index;
+    finding.column = outcome.column;
+}
+
 // Checks one formula in the meaning the editor gives its field; false when it has a fault
 // (the evaluator then holds nothing useful), true when it passed (with a mark reported).
 bool CheckFormula(Context& context, EventUnderCheck const& event, ZoCheckField field, int index,
                   std::wstring_view text, ZoFormulaRole role)
 {
-    ZoEvaluator& evaluator = context.evaluator;
-    if (auto const fault = ZoFormulaFault(evaluator, text, role)) {
-        int const code = evaluator.ErrorCode();
-        bool const sentence = code != kZoFormulaOk && code != kZoFormulaMarked && code != kZoFormulaModule;
-        std::string_view const rule = FormulaRule(code, *fault, evaluator);
-        std::wstring message = sentence ? evaluator.ErrorMsg(code) : *fault;
-        if (rule == "formula-type" && !sentence)
-            message = KindMessage(evaluator, role);
-        // A module reference is checked when the project runs: worth knowing, not an error.
-        ZoSeverity const severity = rule == "module-reference" ? ZoSeverity::Warning : ZoSeverity::Error;
-        ZoFinding& finding = context.Add(event, severity, rule, field, std::move(message));
-        finding.index = index;
-        if (sentence)
-            finding.column = evaluator.ErrorPosition();
-        return false;
+    FormulaOutcome const outcome = JudgeFormula(context, text, role);
+    ReportOutcome(context, event, field, index, outcome);
+    return outcome.passed;
+}
+
+// A delay or an argument's value: a number whose judgement depends on its text alone (and
+// the catalog, which a check never changes), so that the few texts most projects repeat
+// over thousands of events ("0", "5", "[PUMP1.FLOW]") are judged once each.
+void CheckNumericFormula(Context& context, EventUnderCheck const& event, ZoCheckField field, int index,
+                         std::string_view utf8)
+{
+    static constexpr std::size_t kMostRemembered = 1 << 16;
+    auto found = context.numericOutcomes.find(utf8);
+    if (found == context.numericOutcomes.end()) {
+        FormulaOutcome outcome = JudgeFormula(context, ZoFromUtf8(utf8), ZoFormulaRole::Argument);
+        if (context.numericOutcomes.size() >= kMostRemembered)
+            return ReportOutcome(context, event, field, index, outcome);
+        found = context.numericOutcomes.emplace(std::string(utf8), std::move(outcome)).first;
     }
-    // "1" and "0" pass without the evaluator (which then still holds the last formula).
-    if (double constant = 0; role != ZoFormulaRole::Argument && ZoIsLogicalConstant(text, constant))
-        return true;
-    if (evaluator.ErrorCode() == kZoFormulaMarked) {
-        ZoFinding& finding = context.Add(event, ZoSeverity::Warning, "marked-comparison", field,
-                                         evaluator.ErrorMsg(kZoFormulaMarked));
-        finding.index = index;
-        finding.column = evaluator.ErrorPosition();
-    }
-    return true;
+    ReportOutcome(context, event, field, index, found->second);
 }
 
 // Whether the condition that just passed is a constant (it reads no variable); value: its
@@ -185,10 +222,10 @@ void CheckConditions(Context& context, EventUnderCheck const& event)
 void CheckDelaysAndArguments(Context& context, EventUnderCheck const& event)
 {
     // An empty delay is saved as "0" by the editor: nothing to check.
-    if (std::wstring const delay = event.Wide(KeyDelayActivate); !delay.empty())
-        CheckFormula(context, event, ZoCheckField::DelayActivate, 0, delay, ZoFormulaRole::Argument);
-    if (std::wstring const delay = event.Wide(KeyDelayDeactivate); !delay.empty())
-        CheckFormula(context, event, ZoCheckField::DelayDeactivate, 0, delay, ZoFormulaRole::Argument);
+    if (std::string_view const delay = event.Utf8(KeyDelayActivate); !delay.empty())
+        CheckNumericFormula(context, event, ZoCheckField::DelayActivate, 0, delay);
+    if (std::string_view const delay = event.Utf8(KeyDelayDeactivate); !delay.empty())
+        CheckNumericFormula(context, event, ZoCheckField::DelayDeactivate, 0, delay);
     XmlNode const* arguments = event.Child(KeyArguments);
     if (!arguments)
         return;
@@ -197,8 +234,7 @@ void CheckDelaysAndArguments(Context& context, EventUnderCheck const& event)
         if (!argument->HasTag(L"argument"))
             continue;
         ++number;
-        CheckFormula(context, event, ZoCheckField::Argument, number, WideValue(*argument, L"value"),
-                     ZoFormulaRole::Argument);
+        CheckNumericFormula(context, event, ZoCheckField::Argument, number, KeyText(*argument, context.eventsTags.value));
     }
 }
 

@@ -47,6 +47,7 @@ DocumentTags::DocumentTags(XmlDocument const* document)
     condition = tag(L"condition");
     timeTable = tag(L"timeTable");
     arguments = tag(L"arguments");
+    value = tag(L"value");
     devices = tag(L"devices");
     groups = tag(L"groups");
     for (int list = 0; list < 2; ++list)
@@ -315,6 +316,7 @@ std::vector<ZoFinding> ZoProjectChecker::CheckProject()
     std::vector<ZoFinding> findings;
     Context& context = *m_context;
     context.out = &findings;
+    context.numericOutcomes.clear(); // the catalog may have changed since the last check
     zo::check::ProjectPass pass(context);
     if (context.eventsElement) {
         // Most projects have fewer findings than events: one allocation for most of them.
@@ -354,6 +356,7 @@ std::vector<ZoFinding> ZoProjectChecker::CheckEvent(std::uint32_t position)
         }
     }
     context.out = &findings;
+    context.numericOutcomes.clear(); // the edit may have renamed an event that a formula names
     CheckOneEvent(context, EventUnderCheck(*event, position, context.keyTags));
     context.out = nullptr;
     return findings;
