@@ -113,11 +113,13 @@ bool CheckFormula(Context& context, EventUnderCheck const& event, ZoCheckField f
 
 // A delay or an argument's value: a number whose judgement depends on its text alone (and
 // the catalog, which a check never changes), so that the few texts most projects repeat
-// over thousands of events ("0", "5", "[PUMP1.FLOW]") are judged once each.
+// over thousands of events ("0", "5", "60") are judged once each. The first texts met are
+// remembered, not all: a table of every distinct text would cost more to look up (out of
+// the processor's caches) than judging it again.
 void CheckNumericFormula(Context& context, EventUnderCheck const& event, ZoCheckField field, int index,
                          std::string_view utf8)
 {
-    static constexpr std::size_t kMostRemembered = 1 << 16;
+    static constexpr std::size_t kMostRemembered = 1024;
     auto found = context.numericOutcomes.find(utf8);
     if (found == context.numericOutcomes.end()) {
         FormulaOutcome outcome = JudgeFormula(context, ZoFromUtf8(utf8), ZoFormulaRole::Argument);
