@@ -3,6 +3,7 @@
 #include "EventChoiceModel.h"
 #include "EventChooserDlg.h"
 #include "ProblemsWindow.h"
+#include "ProjectCheckRunner.h"
 #include "ProjectFolder.h"
 #include "ProjectPanel.h"
 #include "ProjectSummary.h"
@@ -28,6 +29,7 @@
 #include "platform/ui/ZoModal.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDir>
@@ -79,6 +81,8 @@ MainWindow::MainWindow(RecentFolders recent, QWidget* parent)
     connect(m_panel, &ProjectPanel::openFolderRequested, this, &MainWindow::OnOpenFolder);
     connect(m_panel, &ProjectPanel::eventsRequested, this, &MainWindow::OnEventsList);
     connect(m_panel, &ProjectPanel::editEventRequested, this, &MainWindow::OnEditEvent);
+    m_checkRunner = new ProjectCheckRunner(this);
+    connect(m_checkRunner, &ProjectCheckRunner::finished, this, &MainWindow::OnCheckFinished);
     CreateActions();
     CreateMenus();
     statusBar();
@@ -88,7 +92,11 @@ MainWindow::MainWindow(RecentFolders recent, QWidget* parent)
     UpdateTitle();
 }
 
-MainWindow::~MainWindow() = default;
+MainWindow::~MainWindow()
+{
+    // The check under way reads the project's documents: it ends before they go.
+    m_checkRunner->Stop();
+}
 
 void MainWindow::CreateActions()
 {
@@ -232,8 +240,9 @@ bool MainWindow::OpenFolder(QString const& folder)
         if (!ZoAskYesNoText(this, 60049, question))
             return false;
     }
-    // The rows the events list kept belong to the project that closes.
+    // The rows the events list kept and the check under way belong to the project that closes.
     EventsListModel::DropKept();
+    m_checkRunner->Stop();
     m_project = std::move(project);
     m_unsaved = 0;
     // The findings were those of the project that was open.
@@ -289,12 +298,16 @@ bool MainWindow::SaveDocuments(std::initializer_list<ProjectDoc> docs)
     }
     std::wstring error;
     bool const saved = m_project->Save(pending, error);
+    // The documents changed: the check starts again, in idle time, and its counts follow
+    // the message of the save.
+    StartCheck();
     if (saved) {
         m_unsaved = 0;
-        statusBar()->showMessage(ZoText(60054) + " " + CheckCountsText(), 10000);
+        statusBar()->showMessage(ZoText(60054), 10000);
     } else {
         ZoShowMessageText(this, 60046, error, ZoMsgIcon::Error);
     }
+    m_countsAfterSave = saved;
     UpdateActions();
     UpdateTitle();
     return saved;
@@ -574,6 +587,7 @@ void MainWindow::OnCheckProject()
     ProjectFolder& project = *m_project;
     // Mail and SMS recipients are checked against the users file.
     ZoEnsureUsersLoaded(this, &project.Users());
+    QApplication::setOverrideCursor(Qt::WaitCursor);
     m_checker = std::make_unique<ZoProjectChecker>(CheckedDocs(project), CheckOptions());
     if (!m_problems) {
         m_problems = new ProblemsWindow(this);
@@ -581,6 +595,7 @@ void MainWindow::OnCheckProject()
         connect(m_problems, &ProblemsWindow::checkAgainRequested, this, &MainWindow::OnCheckProject);
     }
     m_problems->SetFindings(m_checker->CheckProject());
+    QApplication::restoreOverrideCursor();
     m_problems->show();
     m_problems->raise();
     m_problems->activateWindow();
@@ -593,21 +608,33 @@ void MainWindow::OnOpenProblem(ZoFinding const& finding)
     std::uint32_t const position = finding.path[1];
     bool const changed = EditEvent([position](XmlNode* root) { return ChildAt(root, position); },
                                    EditorControl(finding), finding.field == ZoCheckField::Action ? finding.moment : -1);
-    // A save has checked the whole project again; when it failed, the event alone is.
-    if (changed && m_problems && HasUnsavedChanges())
+    // The event is checked again at once; the whole project follows in idle time.
+    if (changed && m_problems)
         m_problems->ReplaceEventFindings(position, m_checker->CheckEvent(position));
 }
 
-QString MainWindow::CheckCountsText()
+void MainWindow::StartCheck()
 {
-    ZoCheckCounts counts;
-    if (m_problems && m_problems->isVisible()) {
-        // The open Problems window follows every change, whichever dialog made it.
-        m_checker = std::make_unique<ZoProjectChecker>(CheckedDocs(*m_project), CheckOptions());
-        m_problems->SetFindings(m_checker->CheckProject());
-        counts = m_problems->Model().Counts();
-    } else {
-        counts = ZoCountFindings(ZoCheckProject(CheckedDocs(*m_project), CheckOptions()));
+    if (!m_project)
+        return;
+    // An open Problems window follows every change, whichever dialog made it.
+    bool const findings = m_problems && m_problems->isVisible();
+    m_checkRunner->Start(CheckedDocs(*m_project), CheckOptions(), findings);
+}
+
+void MainWindow::OnCheckFinished()
+{
+    ZoCheckCounts const counts = m_checkRunner->Counts();
+    if (m_problems && m_problems->isVisible() && m_checkRunner->KeepsFindings()) {
+        std::vector<ZoFinding> findings = m_checkRunner->TakeFindings();
+        if (std::unique_ptr<ZoProjectChecker> checker = m_checkRunner->TakeChecker()) {
+            m_checker = std::move(checker);
+            m_problems->SetFindings(std::move(findings));
+        }
     }
-    return QString::fromStdWString(ZoFormat(ZoLoadString(64573).c_str(), counts.errors, counts.warnings));
+    if (m_countsAfterSave) {
+        m_countsAfterSave = false;
+        QString const text = QString::fromStdWString(ZoFormat(ZoLoadString(64573).c_str(), counts.errors, counts.warnings));
+        statusBar()->showMessage(ZoText(60054) + " " + text, 10000);
+    }
 }

@@ -10,6 +10,7 @@
 #include <memory>
 
 class ProblemsWindow;
+class ProjectCheckRunner;
 class ProjectFolder;
 class ProjectPanel;
 class ZoProjectChecker;
@@ -49,6 +50,8 @@ public:
     void OnAbout();
     // The Problems window, once Check Project has opened it (null before).
     ProblemsWindow* Problems() const { return m_problems; }
+    // The check that runs in idle time after every save.
+    ProjectCheckRunner* CheckRunner() const { return m_checkRunner; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -71,9 +74,10 @@ private:
     bool EditEvent(EventFinder const& find, QString const& control = {}, int moment = -1);
     // A row of the Problems window: opens its event at its field, then checks it again.
     void OnOpenProblem(ZoFinding const& finding);
-    // After a save: the project's counts of errors and warnings, for the status bar; an open
-    // Problems window is filled again.
-    QString CheckCountsText();
+    // After a change of the documents: checks the project again in idle time (the counts
+    // for the status bar after a save; an open Problems window is filled again).
+    void StartCheck();
+    void OnCheckFinished();
 
     RecentFolders m_recent;
     std::unique_ptr<ProjectFolder> m_project;
@@ -94,4 +98,6 @@ private:
     QAction* m_about = nullptr;
     ProblemsWindow* m_problems = nullptr;
     std::unique_ptr<ZoProjectChecker> m_checker; // of the findings the Problems window shows
+    ProjectCheckRunner* m_checkRunner = nullptr;
+    bool m_countsAfterSave = false; // the status bar shows the counts when the check ends
 };

@@ -120,6 +120,10 @@ std::uint32_t PositionOf(XmlNode const& child);
 
 } // namespace zo::check
 
+namespace zo::check {
+class ProjectPass;
+}
+
 struct ZoProjectChecker::Context {
     Context(ZoProjectDocs docs, ZoCheckOptions options);
 
@@ -154,6 +158,10 @@ struct ZoProjectChecker::Context {
     zo::check::DocumentTags eventsTags;
     zo::check::DocumentTags devicesTags;
     std::vector<ZoFinding>* out = nullptr;
+    // A check in steps: what the events' walk gathered so far, and the next child of `events`.
+    std::unique_ptr<zo::check::ProjectPass> pass;
+    XmlDocument::XmlNode const* next = nullptr;
+    std::uint32_t nextPosition = 0;
 
     // A finding about the event, at the field.
     ZoFinding& Add(zo::check::EventUnderCheck const& event, ZoSeverity severity, std::string_view rule,

@@ -1,5 +1,6 @@
 #include "check/ZoFormulaShape.h"
 
+#include <charconv>
 #include <cmath>
 #include <cwctype>
 #include <limits>
@@ -84,6 +85,21 @@ Comparison FindComparison(std::wstring_view text)
 bool ReadNumber(std::wstring_view text, double& value)
 {
     if (text.empty() || text.size() > 64)
+        return false;
+    // Plain decimals ("80", "-2.5"), what thresholds nearly always are, without the C
+    // library's locale-aware reading; a reference ("[PUMP1.FLOW]") is no number at once.
+    char ascii[64];
+    bool plain = true;
+    for (std::size_t i = 0; i < text.size() && plain; ++i) {
+        wchar_t const c = text[i];
+        plain = (c >= L'0' && c <= L'9') || c == L'.' || (c == L'-' && i == 0);
+        ascii[i] = static_cast<char>(c);
+    }
+    if (plain) {
+        auto const [end, error] = std::from_chars(ascii, ascii + text.size(), value);
+        return error == std::errc() && end == ascii + text.size() && std::isfinite(value);
+    }
+    if (text.front() == L'[' || text.front() == L'"')
         return false;
     std::wstring const copy(text);
     wchar_t* end = nullptr;

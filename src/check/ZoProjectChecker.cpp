@@ -7,6 +7,8 @@
 #include "platform/tools/ZoUtf.h"
 #include "project/ProjectFiles.h"
 
+#include <limits>
+
 using namespace zo::check;
 using zo::project::ProjectDoc;
 
@@ -314,24 +316,46 @@ ZoProjectChecker::~ZoProjectChecker() = default;
 std::vector<ZoFinding> ZoProjectChecker::CheckProject()
 {
     std::vector<ZoFinding> findings;
-    Context& context = *m_context;
-    context.out = &findings;
-    context.numericOutcomes.clear(); // the catalog may have changed since the last check
-    zo::check::ProjectPass pass(context);
-    if (context.eventsElement) {
-        // Most projects have fewer findings than events: one allocation for most of them.
-        findings.reserve(static_cast<std::size_t>(context.eventsElement->Size()));
-        std::uint32_t position = 0;
-        for (XmlNode const* node = context.eventsElement->FirstChild(); node; node = node->NextSibling(), ++position)
-            if (node->HasTag(L"event")) {
-                EventUnderCheck const event(*node, position, context.keyTags);
-                CheckOneEvent(context, event);
-                pass.Collect(event);
-            }
-    }
-    pass.Report();
-    context.out = nullptr;
+    // Most projects have fewer findings than events: one allocation for most of them.
+    if (m_context->eventsElement)
+        findings.reserve(static_cast<std::size_t>(m_context->eventsElement->Size()));
+    BeginProject();
+    StepProject(std::numeric_limits<std::size_t>::max(), findings);
     return findings;
+}
+
+void ZoProjectChecker::BeginProject()
+{
+    Context& context = *m_context;
+    context.numericOutcomes.clear(); // the catalog may have changed since the last check
+    context.pass.reset();            // gathered over documents that may have changed since
+    context.pass = std::make_unique<zo::check::ProjectPass>(context);
+    context.next = context.eventsElement ? context.eventsElement->FirstChild() : nullptr;
+    context.nextPosition = 0;
+}
+
+bool ZoProjectChecker::StepProject(std::size_t events, std::vector<ZoFinding>& findings)
+{
+    Context& context = *m_context;
+    if (!context.pass)
+        return true;
+    context.out = &findings;
+    for (std::size_t checked = 0; context.next && checked < events;
+         context.next = context.next->NextSibling(), ++context.nextPosition) {
+        if (context.next->HasTag(L"event")) {
+            EventUnderCheck const event(*context.next, context.nextPosition, context.keyTags);
+            CheckOneEvent(context, event);
+            context.pass->Collect(event);
+            ++checked;
+        }
+    }
+    bool const finished = context.next == nullptr;
+    if (finished) {
+        context.pass->Report();
+        context.pass.reset();
+    }
+    context.out = nullptr;
+    return finished;
 }
 
 std::vector<ZoFinding> ZoProjectChecker::CheckEvent(std::uint32_t position)

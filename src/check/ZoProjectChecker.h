@@ -52,6 +52,12 @@ public:
     ZoProjectChecker& operator=(ZoProjectChecker const&) = delete;
 
     std::vector<ZoFinding> CheckProject();
+    // The same check in steps, for a caller that must stay responsive: BeginProject, then
+    // StepProject until it returns true. Each step checks up to `events` events and appends
+    // their findings (the project-wide ones come with the last step), in the order
+    // CheckProject gives them. The documents must not change between the steps.
+    void BeginProject();
+    bool StepProject(std::size_t events, std::vector<ZoFinding>& findings);
     // The findings of the event at that position of `events` (its element is looked up
     // there, so the position must be current).
     std::vector<ZoFinding> CheckEvent(std::uint32_t position);

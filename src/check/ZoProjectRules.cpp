@@ -75,7 +75,6 @@ public:
     }
     IdRegister(IdRegister const&) = delete;
     IdRegister& operator=(IdRegister const&) = delete;
-    ~IdRegister() { Report(); }
 
     void Enter(std::string_view id, IdPlace const& place)
     {
@@ -246,6 +245,7 @@ void CheckTimeTableIds(Context& context)
     ForEachTimeTable(context, [&](XmlNode const& table, Holder const& holder) {
         tables.Enter(table.ValueUtf8(L"id"), {&table, holder.subject});
     });
+    tables.Report();
 }
 
 void CheckGroups(Context& context)
@@ -261,6 +261,7 @@ void CheckGroups(Context& context)
         ids.Enter(group.ValueUtf8(L"id"), {&group, ZoCheckSubject::Group});
         names.Enter(group, holder);
     });
+    ids.Report();
 }
 
 void CheckTimeTables(Context& context)

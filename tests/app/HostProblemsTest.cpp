@@ -2,12 +2,14 @@
 // editor at a finding's field, and the counts after a save.
 #include "HostTestSupport.h"
 #include "ProblemsWindow.h"
+#include "ProjectCheckRunner.h"
 #include "editor/ZoEDlgEventCfg.h"
 #include "platform/ui/ZoWaitDlg.h"
 #include "support/ScriptedAnswerer.h"
 
 #include <QAbstractItemModelTester>
 #include <QCheckBox>
+#include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QStatusBar>
@@ -107,9 +109,41 @@ TEST_F(HostProblems, EnterOpensTheEditorAtTheFieldAndTheEventIsCheckedAgainAfter
     EXPECT_EQ(problems->Model().Counts().errors, before.errors - 1);
     EXPECT_FALSE(SelectRow(list, "event \"Pump 1 fault\"", "condition, column 2"));
     EXPECT_TRUE(problems->windowTitle().startsWith(QString("Problems: %1 errors").arg(before.errors - 1)));
-    // The save shows the project's counts.
+    // The save checks the whole project again in idle time: the window is filled again and
+    // the status bar shows the counts.
+    EXPECT_TRUE(faulty.window.CheckRunner()->IsRunning());
+    faulty.window.CheckRunner()->Finish();
+    EXPECT_EQ(problems->Model().Counts().errors, before.errors - 1);
     EXPECT_TRUE(faulty.window.statusBar()->currentMessage().contains(QString("Check: %1 errors").arg(before.errors - 1)))
         << faulty.window.statusBar()->currentMessage().toStdString();
+}
+
+// A save returns before the check: its counts follow in idle time, never while a dialog
+// is open (it may be changing the documents), and a save during a check starts it again.
+TEST_F(HostProblems, TheCountsFollowTheSaveInIdleTime)
+{
+    ScriptedAnswerer answers;
+    FaultyWindow faulty;
+    ProjectCheckRunner& runner = *faulty.window.CheckRunner();
+    faulty.window.OnSave();
+    EXPECT_EQ(faulty.window.statusBar()->currentMessage(), "All changes saved.");
+    EXPECT_TRUE(runner.IsRunning());
+
+    QDialog dialog(&faulty.window);
+    dialog.setModal(true);
+    dialog.show();
+    for (int i = 0; i < 20; ++i)
+        QCoreApplication::processEvents();
+    EXPECT_TRUE(runner.IsRunning());
+    dialog.hide();
+
+    QElapsedTimer clock;
+    clock.start();
+    while (runner.IsRunning() && clock.elapsed() < 10000)
+        QCoreApplication::processEvents();
+    EXPECT_FALSE(runner.IsRunning());
+    EXPECT_TRUE(faulty.window.statusBar()->currentMessage().startsWith("All changes saved. Check: ")) << faulty.window.statusBar()->currentMessage().toStdString();
+    EXPECT_EQ(answers.Count(), 0);
 }
 
 TEST_F(HostProblems, AnActionFindingOpensItsMomentAndCancelChangesNothing)
@@ -166,6 +200,7 @@ TEST_F(HostProblems, TheOpenWindowFollowsChangesOfOtherDialogs)
     int const rows = problems->List()->model()->rowCount();
     ModalScript modal(DeleteEventThen("Pump 1 fault"));
     faulty.window.OnEventsList();
+    faulty.window.CheckRunner()->Finish();
     EXPECT_EQ(problems->List()->model()->rowCount(), rows - 1);
     EXPECT_FALSE(SelectRow(problems->List(), "event \"Pump 1 fault\"", "condition, column 2"));
     EXPECT_TRUE(SelectRow(problems->List(), "event \"Follows a renamed event\"", "condition, column 2"));
