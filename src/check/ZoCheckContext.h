@@ -73,6 +73,8 @@ struct EventUnderCheck {
     std::array<XmlNode const*, KeyCount> keys{};
     std::wstring name;
     std::wstring id;
+    // What its `timeTable` resolves to, once a rule looked it up (ZoProjectChecker::Context::TableOf).
+    mutable void const* table = nullptr;
 };
 
 // What the check of one formula found: nothing, a fault (the evaluator then holds nothing
@@ -184,8 +186,8 @@ struct ZoProjectChecker::Context {
     TableState const& TableOf(std::string_view utf8Id);
     std::unordered_map<std::string, TableState, zo::check::Utf8Hash, std::equal_to<>> tableStates;
 
-    // The judgement of each numeric formula text met so far (delays, argument values).
-    std::unordered_map<std::string, zo::check::FormulaOutcome, zo::check::Utf8Hash, std::equal_to<>> numericOutcomes;
+    // The judgement of the first delay texts met (delays repeat over many events).
+    std::unordered_map<std::string, zo::check::FormulaOutcome, zo::check::Utf8Hash, std::equal_to<>> delayOutcomes;
 
     // A text of the text table, loaded once per check.
     std::wstring const& Text(unsigned id);

@@ -111,21 +111,21 @@ bool CheckFormula(Context& context, EventUnderCheck const& event, ZoCheckField f
     return outcome.passed;
 }
 
-// A delay or an argument's value: a number whose judgement depends on its text alone (and
-// the catalog, which a check never changes), so that the few texts most projects repeat
-// over thousands of events ("0", "5", "60") are judged once each. The first texts met are
-// remembered, not all: a table of every distinct text would cost more to look up (out of
-// the processor's caches) than judging it again.
-void CheckNumericFormula(Context& context, EventUnderCheck const& event, ZoCheckField field, int index,
+// A delay: a number whose judgement depends on its text alone (and the catalog, which a
+// check never changes), so that the few delays most projects repeat over thousands of
+// events ("0", "5", "60") are judged once each. The first texts met are remembered, not
+// all: a table of every distinct text would cost more to look up (out of the processor's
+// caches) than judging it again.
+void CheckDelay(Context& context, EventUnderCheck const& event, ZoCheckField field, int index,
                          std::string_view utf8)
 {
-    static constexpr std::size_t kMostRemembered = 1024;
-    auto found = context.numericOutcomes.find(utf8);
-    if (found == context.numericOutcomes.end()) {
+    static constexpr std::size_t kMostRemembered = 256;
+    auto found = context.delayOutcomes.find(utf8);
+    if (found == context.delayOutcomes.end()) {
         FormulaOutcome outcome = JudgeFormula(context, ZoFromUtf8(utf8), ZoFormulaRole::Argument);
-        if (context.numericOutcomes.size() >= kMostRemembered)
+        if (context.delayOutcomes.size() >= kMostRemembered)
             return ReportOutcome(context, event, field, index, outcome);
-        found = context.numericOutcomes.emplace(std::string(utf8), std::move(outcome)).first;
+        found = context.delayOutcomes.emplace(std::string(utf8), std::move(outcome)).first;
     }
     ReportOutcome(context, event, field, index, found->second);
 }
@@ -225,9 +225,9 @@ void CheckDelaysAndArguments(Context& context, EventUnderCheck const& event)
 {
     // An empty delay is saved as "0" by the editor: nothing to check.
     if (std::string_view const delay = event.Utf8(KeyDelayActivate); !delay.empty())
-        CheckNumericFormula(context, event, ZoCheckField::DelayActivate, 0, delay);
+        CheckDelay(context, event, ZoCheckField::DelayActivate, 0, delay);
     if (std::string_view const delay = event.Utf8(KeyDelayDeactivate); !delay.empty())
-        CheckNumericFormula(context, event, ZoCheckField::DelayDeactivate, 0, delay);
+        CheckDelay(context, event, ZoCheckField::DelayDeactivate, 0, delay);
     XmlNode const* arguments = event.Child(KeyArguments);
     if (!arguments)
         return;
@@ -236,7 +236,9 @@ void CheckDelaysAndArguments(Context& context, EventUnderCheck const& event)
         if (!argument->HasTag(L"argument"))
             continue;
         ++number;
-        CheckNumericFormula(context, event, ZoCheckField::Argument, number, KeyText(*argument, context.eventsTags.value));
+        // Argument values mostly name a variable of their own device: judged each time.
+        CheckFormula(context, event, ZoCheckField::Argument, number, ZoFromUtf8(KeyText(*argument, context.eventsTags.value)),
+                     ZoFormulaRole::Argument);
     }
 }
 
@@ -317,6 +319,7 @@ void CheckEventReferences(Context& context, EventUnderCheck const& event)
 {
     if (std::string_view const utf8 = event.Utf8(KeyTimeTable); !utf8.empty()) {
         ZoProjectChecker::Context::TableState const& table = context.TableOf(utf8);
+        event.table = &table;
         if (!table.known)
             context.Add(event, ZoSeverity::Warning, "unknown-time-table", ZoCheckField::TimeTable,
                         ZoFormat(context.Text(64537).c_str(), table.id.c_str()));

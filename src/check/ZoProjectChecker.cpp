@@ -327,7 +327,7 @@ std::vector<ZoFinding> ZoProjectChecker::CheckProject()
 void ZoProjectChecker::BeginProject()
 {
     Context& context = *m_context;
-    context.numericOutcomes.clear(); // the catalog may have changed since the last check
+    context.delayOutcomes.clear(); // the catalog may have changed since the last check
     context.pass.reset();            // gathered over documents that may have changed since
     context.pass = std::make_unique<zo::check::ProjectPass>(context);
     context.next = context.eventsElement ? context.eventsElement->FirstChild() : nullptr;
@@ -380,7 +380,7 @@ std::vector<ZoFinding> ZoProjectChecker::CheckEvent(std::uint32_t position)
         }
     }
     context.out = &findings;
-    context.numericOutcomes.clear(); // the edit may have renamed an event that a formula names
+    context.delayOutcomes.clear(); // the edit may have renamed an event that a formula names
     CheckOneEvent(context, EventUnderCheck(*event, position, context.keyTags));
     context.out = nullptr;
     return findings;

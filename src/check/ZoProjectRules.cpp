@@ -314,14 +314,14 @@ void CheckRegistrations(Context& context)
 // The largest number of notifying, enabled events that their time tables let fire at one
 // moment of the coming year: events without a time table count at every moment, those
 // whose table resolves to nothing never. One sweep over the periods of each table used.
-void CheckFloodBound(Context& context, int always, std::unordered_map<std::string, int, Utf8Hash, std::equal_to<>> const& byTable)
+void CheckFloodBound(Context& context, int always, std::unordered_map<Context::TableState const*, int> const& byTable)
 {
     if (always == 0 && byTable.empty())
         return;
     // (minute from the first day, change in the count)
     std::vector<std::pair<long long, int>> changes;
     for (auto const& [table, count] : byTable) {
-        for (auto const& period : context.timeTables.AllowedPeriods(context.TableOf(table).id, context.from, context.to)) {
+        for (auto const& period : context.timeTables.AllowedPeriods(table->id, context.from, context.to)) {
             long long const day = context.from.daysTo(period.date) * 1440LL;
             changes.emplace_back(day + period.slot.from, count);
             changes.emplace_back(day + period.slot.to, -count);
@@ -373,7 +373,7 @@ struct ProjectPass::State {
     void ReportDuplicates();
     // The notifying, enabled events: those without a time table, and the others by table.
     int always = 0;
-    std::unordered_map<std::string, int, Utf8Hash, std::equal_to<>> byTable;
+    std::unordered_map<Context::TableState const*, int> byTable;
 
     void CollectIds(EventUnderCheck const& event);
     void CollectDuplicate(EventUnderCheck const& event);
@@ -471,11 +471,9 @@ void ProjectPass::State::CollectFlood(EventUnderCheck const& event)
         ++always;
         return;
     }
-    auto const found = byTable.find(table);
-    if (found != byTable.end())
-        ++found->second;
-    else
-        byTable.emplace(std::string(table), 1);
+    // The event's rules looked its table up already.
+    auto const* state = static_cast<Context::TableState const*>(event.table);
+    ++byTable[state ? state : &context.TableOf(table)];
 }
 
 void ProjectPass::Collect(EventUnderCheck const& event)
