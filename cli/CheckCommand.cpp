@@ -11,6 +11,9 @@
 #include <QDir>
 #include <QFile>
 
+#include <sys/mman.h>
+#include <unistd.h>
+
 using zo::project::ProjectDoc;
 
 namespace {
@@ -86,9 +89,13 @@ void FindLines(QString const& folder, std::vector<ZoFinding>& findings)
         QFile file(QDir(folder).filePath(QString::fromWCharArray(zo::project::FileName(doc))));
         if (!file.open(QIODevice::ReadOnly) || file.size() == 0)
             continue;
-        if (uchar const* data = file.map(0, file.size())) {
-            ZoFindLines(findings, doc, reinterpret_cast<char const*>(data), static_cast<std::size_t>(file.size()));
-            file.unmap(const_cast<uchar*>(data));
+        if (uchar* data = file.map(0, file.size())) {
+            // The pages read are handed back as the scan goes on: a large file is never
+            // resident whole beside the findings.
+            std::size_t const page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+            ZoFindLines(findings, doc, reinterpret_cast<char const*>(data), static_cast<std::size_t>(file.size()),
+                        [data, page](std::size_t consumed) { madvise(data, consumed / page * page, MADV_DONTNEED); });
+            file.unmap(data);
         }
     }
 }

@@ -2,11 +2,15 @@
 #include "check/ZoCheckFinding.h"
 
 #include <cstddef>
+#include <functional>
 #include <vector>
 
 // The lines of the elements that findings are about, found in a document's text after the
 // check, so that the tree never carries line numbers: one pass of the scanner over the
 // file, looking up only the paths of the findings. Findings of other files, and paths the
 // text does not hold (the file changed since it was read), keep line 0.
+//
+// consumed, when given, is told now and then how far the text has been read: the bytes
+// before that offset are never looked at again (the caller may hand their memory back).
 void ZoFindLines(std::vector<ZoFinding>& findings, zo::project::ProjectDoc file, char const* data,
-                 std::size_t size);
+                 std::size_t size, std::function<void(std::size_t offset)> const& consumed = {});
