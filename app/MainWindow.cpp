@@ -253,6 +253,10 @@ bool MainWindow::OpenFolder(QString const& folder)
     ZoEventSystem::instance()->SetFeedAvailable(m_project->FeedAvailable());
     // Formulas resolve their variables in the project's devices and events.
     ZoInstallProjectCatalog(m_project->Devices().Root(), m_project->Events().Root());
+    // The events list's rows are read and sorted here, where opening a large project has
+    // time to spare beside reading its files, so that even the list's first opening shows
+    // them at once: a list keeps its rows for the next list of the same documents.
+    EventsListModel(&m_project->Events(), &m_project->TimeTables()).UpdateList();
     m_recent.Add(m_project->Folder());
     UpdateRecentMenu();
     UpdatePanel();
