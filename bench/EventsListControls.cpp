@@ -11,9 +11,9 @@
 namespace zo::bench {
 namespace {
 
-QTreeView* View(JourneyScript* script, ZoEDlgEventsCfg& list)
+QAbstractItemView* View(JourneyScript* script, ZoEDlgEventsCfg& list)
 {
-    auto* view = list.findChild<QTreeView*>(QStringLiteral("eventsList"));
+    auto* view = list.findChild<QAbstractItemView*>(QStringLiteral("eventsList"));
     if (!view && script)
         script->Fail("no eventsList in the events list");
     return view;
@@ -23,19 +23,19 @@ QTreeView* View(JourneyScript* script, ZoEDlgEventsCfg& list)
 
 int ListRowCount(ZoEDlgEventsCfg& list)
 {
-    QTreeView* view = View(nullptr, list);
+    QAbstractItemView* view = View(nullptr, list);
     return view ? view->model()->rowCount() : 0;
 }
 
 int SelectedRowCount(ZoEDlgEventsCfg& list)
 {
-    QTreeView* view = View(nullptr, list);
+    QAbstractItemView* view = View(nullptr, list);
     return view ? static_cast<int>(view->selectionModel()->selectedRows().size()) : 0;
 }
 
 void SelectMiddleRow(JourneyScript& script, ZoEDlgEventsCfg& list)
 {
-    QTreeView* view = View(&script, list);
+    QAbstractItemView* view = View(&script, list);
     if (!view)
         return;
     int const rows = view->model()->rowCount();

@@ -236,7 +236,7 @@ void ListReplaceAll(benchmark::State& state, std::wstring const& from, std::wstr
     list.EnsureInitialized();
     list.show();
     QApplication::processEvents();
-    auto* view = list.findChild<QTreeView*>("eventsList");
+    auto* view = list.findChild<QAbstractItemView*>("eventsList");
     view->selectionModel()->select(view->model()->index(0, 0),
                                    QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     std::vector<std::wstring> messages;

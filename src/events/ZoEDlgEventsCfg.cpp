@@ -22,7 +22,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
-#include <QTreeView>
+#include <QTableView>
 #include <algorithm>
 #include <cmath>
 
@@ -59,15 +59,15 @@ ZoEDlgEventsCfg::ZoEDlgEventsCfg(QWidget* parent, XmlNode* deviceGroups, XmlDocu
     m_model = new EventsListModel(eventsCfg, timeTables, this);
 
     m_label = new QLabel(this);
-    m_list = ZoNewListView(this, "eventsList", m_model);
+    m_list = ZoNewLongListView(this, "eventsList", m_model);
     m_list->setIconSize(QSize(16, 16));
     m_list->setContextMenuPolicy(Qt::CustomContextMenu);
     // Sorting stays off on the view: a heading click sorts once, here, by the list's rules.
     m_list->setSortingEnabled(false);
-    m_list->header()->setSectionsClickable(true);
-    m_list->header()->setSortIndicatorShown(true);
-    m_list->header()->setStretchLastSection(false);
-    m_list->header()->setSectionResizeMode(QHeaderView::Interactive);
+    m_list->horizontalHeader()->setSectionsClickable(true);
+    m_list->horizontalHeader()->setSortIndicatorShown(true);
+    m_list->horizontalHeader()->setStretchLastSection(false);
+    m_list->horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
 
     m_addButton = NewButton(this, "addButton");
     m_modifyButton = NewButton(this, "modifyButton");
@@ -81,7 +81,7 @@ ZoEDlgEventsCfg::ZoEDlgEventsCfg(QWidget* parent, XmlNode* deviceGroups, XmlDocu
     connect(m_deleteButton, &QPushButton::clicked, this, &ZoEDlgEventsCfg::OnDelete);
     connect(m_okButton, &QPushButton::clicked, this, &ZoEDlgEventsCfg::OnOK);
     connect(m_cancelButton, &QPushButton::clicked, this, &QDialog::reject);
-    connect(m_list->header(), &QHeaderView::sectionClicked, this, &ZoEDlgEventsCfg::OnColumnclickList);
+    connect(m_list->horizontalHeader(), &QHeaderView::sectionClicked, this, &ZoEDlgEventsCfg::OnColumnclickList);
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &ZoEDlgEventsCfg::UpdateButtons);
     connect(m_list, &QWidget::customContextMenuRequested, this, &ZoEDlgEventsCfg::OnRclickZoeList);
@@ -149,7 +149,7 @@ void ZoEDlgEventsCfg::AdjustColumnsSize()
     int const width = m_list->viewport()->width();
     int const timeTable = int(std::lround(0.30 * width));
     int const other = int(std::lround(0.15 * width));
-    QHeaderView* header = m_list->header();
+    QHeaderView* header = m_list->horizontalHeader();
     header->resizeSection(EventsListModel::TimeTableColumn, timeTable);
     header->resizeSection(EventsListModel::NotifyColumn, other);
     header->resizeSection(EventsListModel::RecordColumn, other);

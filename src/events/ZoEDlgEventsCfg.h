@@ -13,7 +13,7 @@ struct ZoSearchReplaceRequest;
 class QLabel;
 class QMenu;
 class QPushButton;
-class QTreeView;
+class QTableView;
 
 // The events list: every event of the project, with add, modify, delete, copy and paste.
 // Ends with OK only when something changed, so the host saves only after a real change.
@@ -107,7 +107,7 @@ private:
 
     EventsListModel* m_model = nullptr;
     QLabel* m_label = nullptr;
-    QTreeView* m_list = nullptr;
+    QTableView* m_list = nullptr;
     QPushButton* m_addButton = nullptr;
     QPushButton* m_modifyButton = nullptr;
     QPushButton* m_deleteButton = nullptr;

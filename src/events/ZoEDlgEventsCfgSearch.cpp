@@ -12,7 +12,6 @@
 #include "platform/ui/ZoMessage.h"
 
 #include <QApplication>
-#include <QTreeView>
 
 namespace {
 

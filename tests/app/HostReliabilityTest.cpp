@@ -321,7 +321,7 @@ TEST_F(HostReliability, CancelledListAsksBeforeDroppingAnEdit)
         std::wstring const before = EventNamed(demo.window.Project()->Events(), L"Heavy rain")->Value(L"description", L"");
         ScriptedAnswerer answers{discard};
         ModalScript modal(ModalScript::As<ZoEDlgEventsCfg>([](ZoEDlgEventsCfg& list) {
-            auto* view = list.findChild<QTreeView*>("eventsList");
+            auto* view = list.findChild<QAbstractItemView*>("eventsList");
             QModelIndexList const found =
                 view->model()->match(view->model()->index(0, 0), Qt::DisplayRole, "Heavy rain", 1, Qt::MatchExactly);
             view->setCurrentIndex(found.value(0));

@@ -101,7 +101,7 @@ TEST_F(HostSave, TheNextListShowsWhatChangedSinceTheLast)
     auto nextListRows = [&demo] {
         std::string rows;
         ModalScript modal(ModalScript::As<ZoEDlgEventsCfg>([&rows](ZoEDlgEventsCfg& list) {
-            QAbstractItemModel const* model = list.findChild<QTreeView*>("eventsList")->model();
+            QAbstractItemModel const* model = list.findChild<QAbstractItemView*>("eventsList")->model();
             for (int row = 0; row < model->rowCount(); ++row)
                 rows += model->index(row, 0).data().toString().toStdString() + ",";
             return int(QDialog::Rejected);
@@ -135,7 +135,7 @@ TEST_F(HostSave, EditEventSavesTheEditedEvent)
     ScriptedAnswerer answers; // formula warnings, if any, are accepted
     ModalScript modal(ModalScript::As<EventChooserDlg>([](EventChooserDlg& chooser) {
         chooser.findChild<QLineEdit*>("filterEdit")->setText("pump 2 f");
-        EXPECT_EQ(chooser.findChild<QTreeView*>("eventsList")->model()->rowCount(), 1);
+        EXPECT_EQ(chooser.findChild<QAbstractItemView*>("eventsList")->model()->rowCount(), 1);
         return ModalScript::ClickOk(chooser);
     }));
     modal.Then(ModalScript::As<ZoEDlgEventCfg>([](ZoEDlgEventCfg& editor) {

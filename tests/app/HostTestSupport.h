@@ -77,7 +77,7 @@ struct DemoWindow {
 inline ModalScript::Step DeleteEventThen(QString const& name, char const* button = "okButton")
 {
     return ModalScript::As<ZoEDlgEventsCfg>([name, button](ZoEDlgEventsCfg& list) {
-        auto* view = list.findChild<QTreeView*>("eventsList");
+        auto* view = list.findChild<QAbstractItemView*>("eventsList");
         QAbstractItemModel* model = view->model();
         QModelIndexList const found = model->match(model->index(0, 0), Qt::DisplayRole, name, 1, Qt::MatchExactly);
         EXPECT_EQ(found.size(), 1) << name.toStdString();

@@ -75,7 +75,7 @@ struct SearchList {
     XmlDocument cfg, devices, timeTables, users;
     ScriptedAnswerer messages;
     ZoEDlgEventsCfg dialog{nullptr, devices.Root(), &cfg, &timeTables, &users};
-    QTreeView* list = dialog.findChild<QTreeView*>("eventsList");
+    QAbstractItemView* list = dialog.findChild<QAbstractItemView*>("eventsList");
     QAbstractItemModelTester tester{list->model(), QAbstractItemModelTester::FailureReportingMode::Fatal};
 };
 

@@ -7,6 +7,7 @@
 
 class MainWindow;
 class QDialog;
+class QAbstractItemView;
 class QTreeView;
 class QWidget;
 class XmlDocument;
@@ -18,7 +19,7 @@ void Show(QWidget& window);
 // Saves a picture of `window` as fileName in the output folder and counts it.
 void Save(QWidget& window, char const* fileName);
 // Selects the row showing `name` in a list (the first row when none does).
-void SelectRow(QTreeView* view, QString const& name);
+void SelectRow(QAbstractItemView* view, QString const& name);
 void ClickButton(QDialog& dialog, char const* name);
 // Parses the file `name` of the project folder into document; false when it cannot be
 // read or holds no document.

@@ -53,7 +53,7 @@ void Run(MainWindow&, QString const& projectCopy)
     list.resize(880, 500);
     list.move(20, 20);
     Show(list);
-    auto* view = list.findChild<QTreeView*>(QStringLiteral("eventsList"));
+    auto* view = list.findChild<QAbstractItemView*>(QStringLiteral("eventsList"));
     if (!view) {
         Fail("search scene: no events list");
         return;

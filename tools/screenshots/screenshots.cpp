@@ -49,6 +49,7 @@
 #include <QTemporaryDir>
 #include <QThread>
 #include <QTest>
+#include <QTableView>
 #include <QTreeView>
 
 #include <algorithm>
@@ -97,7 +98,7 @@ void Save(QWidget& window, char const* fileName)
     std::printf("%s (%dx%d)\n", qPrintable(path), picture.width(), picture.height());
 }
 
-void SelectRow(QTreeView* view, QString const& name)
+void SelectRow(QAbstractItemView* view, QString const& name)
 {
     QAbstractItemModel* model = view->model();
     QModelIndexList const found = model->match(model->index(0, 0), Qt::DisplayRole, name, 1, Qt::MatchExactly);
@@ -174,7 +175,7 @@ int ShootList(QDialog& dialog, QString const& eventName)
 {
     dialog.resize(960, 560);
     Show(dialog);
-    auto* view = dialog.findChild<QTreeView*>(QStringLiteral("eventsList"));
+    auto* view = dialog.findChild<QTableView*>(QStringLiteral("eventsList"));
     if (!view || !view->model() || view->model()->rowCount() == 0) {
         Fail("the events list shows no event");
         dialog.reject();
@@ -183,7 +184,7 @@ int ShootList(QDialog& dialog, QString const& eventName)
     // The list shares its width among the columns by fixed proportions: widen the dialog
     // until the longest name fits in its column (a quarter of the width).
     int const nameWidth = static_cast<QAbstractItemView*>(view)->sizeHintForColumn(0);
-    int const shortBy = nameWidth - view->header()->sectionSize(0);
+    int const shortBy = nameWidth - view->horizontalHeader()->sectionSize(0);
     if (shortBy > 0) {
         dialog.resize(std::min(dialog.width() + 4 * shortBy + 8, 1240), dialog.height());
         Settle();

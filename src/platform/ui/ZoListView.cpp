@@ -6,6 +6,8 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QStyledItemDelegate>
+#include <QTableView>
 #include <QTreeView>
 #include <algorithm>
 
@@ -25,7 +27,51 @@ QTreeView* ZoNewListView(QWidget* parent, char const* objectName, QAbstractItemM
     return list;
 }
 
-std::vector<int> ZoSelectedRows(QTreeView const* list)
+namespace {
+
+// Draws a table's cells as a list draws its rows: the selected row highlighted whole, no
+// frame around the one cell that has the focus.
+class WholeRowDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, QModelIndex const& index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->state &= ~QStyle::State_HasFocus;
+    }
+};
+
+} // namespace
+
+QTableView* ZoNewLongListView(QWidget* parent, char const* objectName, QAbstractItemModel* model,
+                              QAbstractItemView::SelectionMode mode)
+{
+    auto* list = new QTableView(parent);
+    list->setObjectName(QLatin1String(objectName));
+    list->setModel(model);
+    list->setShowGrid(false);
+    list->setWordWrap(false);
+    list->setTabKeyNavigation(false);
+    list->setCornerButtonEnabled(false);
+    list->setSelectionMode(mode);
+    list->setSelectionBehavior(QAbstractItemView::SelectRows);
+    list->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    list->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    QHeaderView* rows = list->verticalHeader();
+    rows->hide();
+    rows->setSectionResizeMode(QHeaderView::Fixed);
+    // The rows of the other lists: a line of text or a small icon, and a little air.
+    rows->setMinimumSectionSize(1);
+    rows->setDefaultSectionSize(std::max(list->fontMetrics().height(), 16) + 2);
+    list->setItemDelegate(new WholeRowDelegate(list));
+    list->horizontalHeader()->setHighlightSections(false);
+    list->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    return list;
+}
+
+std::vector<int> ZoSelectedRows(QAbstractItemView const* list)
 {
     std::vector<int> rows;
     for (QModelIndex const& index : list->selectionModel()->selectedRows())
@@ -39,7 +85,12 @@ void ZoShowSortIndicator(QTreeView* list, int column, bool descending)
     list->header()->setSortIndicator(column, descending ? Qt::DescendingOrder : Qt::AscendingOrder);
 }
 
-void ZoSelectRowAfterRemoval(QTreeView* list, int firstRow)
+void ZoShowSortIndicator(QTableView* list, int column, bool descending)
+{
+    list->horizontalHeader()->setSortIndicator(column, descending ? Qt::DescendingOrder : Qt::AscendingOrder);
+}
+
+void ZoSelectRowAfterRemoval(QAbstractItemView* list, int firstRow)
 {
     int const count = list->model()->rowCount();
     if (count <= 0)
@@ -77,7 +128,7 @@ bool ZoListKey(QKeyEvent* key, bool selected, ZoListKeyCommands const& commands)
     }
 }
 
-bool ZoListViewportEvent(QTreeView const* list, QObject const* watched, QEvent const* event,
+bool ZoListViewportEvent(QAbstractItemView const* list, QObject const* watched, QEvent const* event,
                          std::function<void()> const& resized, std::function<void()> const& doubleClicked)
 {
     if (watched != list->viewport())

@@ -9,6 +9,7 @@ class QEvent;
 class QObject;
 class QKeyEvent;
 class QMenu;
+class QTableView;
 class QTreeView;
 class QWidget;
 
@@ -17,15 +18,22 @@ class QWidget;
 QTreeView* ZoNewListView(QWidget* parent, char const* objectName, QAbstractItemModel* model,
                          QAbstractItemView::SelectionMode mode = QAbstractItemView::ExtendedSelection);
 
+// The same control for lists of up to millions of rows: a QTableView (rows of one height,
+// no grid, no row headings, Tab leaves the list), which lays out no row ahead of showing
+// it, where a QTreeView lays out every row after each insertion or removal.
+QTableView* ZoNewLongListView(QWidget* parent, char const* objectName, QAbstractItemModel* model,
+                              QAbstractItemView::SelectionMode mode = QAbstractItemView::ExtendedSelection);
+
 // The selected rows of a list, ascending.
-std::vector<int> ZoSelectedRows(QTreeView const* list);
+std::vector<int> ZoSelectedRows(QAbstractItemView const* list);
 
 // Shows the model's sort column and direction in the list's header.
 void ZoShowSortIndicator(QTreeView* list, int column, bool descending);
+void ZoShowSortIndicator(QTableView* list, int column, bool descending);
 
 // After rows from firstRow on were removed: selects the row that took firstRow's place, or
 // the last one, when any is left.
-void ZoSelectRowAfterRemoval(QTreeView* list, int firstRow);
+void ZoSelectRowAfterRemoval(QAbstractItemView* list, int firstRow);
 
 // What the keys of a list of elements do; a null entry leaves its key to the dialog.
 struct ZoListKeyCommands {
@@ -43,7 +51,7 @@ bool ZoListKey(QKeyEvent* key, bool selected, ZoListKeyCommands const& commands)
 // What a list's dialog does with the events of the list's viewport, which it filters: a
 // resize runs `resized` (fitting the columns), a left double click runs `doubleClicked` and
 // is used up. A null command leaves its event alone. True when the event was used.
-bool ZoListViewportEvent(QTreeView const* list, QObject const* watched, QEvent const* event,
+bool ZoListViewportEvent(QAbstractItemView const* list, QObject const* watched, QEvent const* event,
                          std::function<void()> const& resized, std::function<void()> const& doubleClicked);
 
 // The context menu of a list with Copy (when canCopy) and Paste (when canPaste), named
