@@ -257,6 +257,13 @@ bool MainWindow::OpenFolder(QString const& folder)
     // time to spare beside reading its files, so that even the list's first opening shows
     // them at once: a list keeps its rows for the next list of the same documents.
     EventsListModel(&m_project->Events(), &m_project->TimeTables()).UpdateList();
+    // The event editor works on a copy of the events whose top level (an element for each
+    // event) is built when it opens. Built once here, its memory is taken from the system
+    // now and stays in the documents' pool, so that even the first editor opens at once.
+    if (XmlNode* events = m_project->Events().Root() ? m_project->Events().Root()->Child(L"events") : nullptr) {
+        XmlDocument copy(*events);
+        copy.Root()->FirstChild();
+    }
     m_recent.Add(m_project->Folder());
     UpdateRecentMenu();
     UpdatePanel();
