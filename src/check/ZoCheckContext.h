@@ -59,6 +59,13 @@ enum EventKey {
 using EventKeyTags = std::array<void const*, KeyCount>;
 EventKeyTags EventKeyTagsOf(XmlDocument const& events);
 
+// What a time table's id (as stored) resolves to.
+struct TableState {
+    std::wstring id;
+    bool known = false;     // a day, week or calendar program has that id
+    bool allowsAny = false; // it allows some moment of the year checked
+};
+
 // The event a rule looks at.
 struct EventUnderCheck {
     EventUnderCheck(XmlNode const& event, std::uint32_t position, EventKeyTags const& tags);
@@ -74,7 +81,7 @@ struct EventUnderCheck {
     std::wstring name;
     std::wstring id;
     // What its `timeTable` resolves to, once a rule looked it up (ZoProjectChecker::Context::TableOf).
-    mutable void const* table = nullptr;
+    mutable TableState const* table = nullptr;
 };
 
 // What the check of one formula found: nothing, a fault (the evaluator then holds nothing
@@ -173,18 +180,10 @@ struct ZoProjectChecker::Context {
                      std::wstring name, std::wstring id, ZoSeverity severity, std::string_view rule,
                      std::wstring message);
 
-    // Whether the time table allows any moment from `from` to `to`; each table is resolved
-    // once, however many events use it.
-    bool TableAllowsAny(std::wstring const& id);
-    std::unordered_map<std::wstring, bool> tableAllows;
-    // What an event's `timeTable` (as stored) resolves to, looked up once per table.
-    struct TableState {
-        std::wstring id;
-        bool known = false;
-        bool allowsAny = false;
-    };
-    TableState const& TableOf(std::string_view utf8Id);
-    std::unordered_map<std::string, TableState, zo::check::Utf8Hash, std::equal_to<>> tableStates;
+    // What a time table's id (as stored) resolves to over `from` to `to`; each table is
+    // resolved once, however many events use it.
+    zo::check::TableState const& TableOf(std::string_view utf8Id);
+    std::unordered_map<std::string, zo::check::TableState, zo::check::Utf8Hash, std::equal_to<>> tableStates;
 
     // The judgement of the first delay texts met (delays repeat over many events).
     std::unordered_map<std::string, zo::check::FormulaOutcome, zo::check::Utf8Hash, std::equal_to<>> delayOutcomes;

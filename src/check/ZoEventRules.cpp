@@ -116,8 +116,7 @@ bool CheckFormula(Context& context, EventUnderCheck const& event, ZoCheckField f
 // events ("0", "5", "60") are judged once each. The first texts met are remembered, not
 // all: a table of every distinct text would cost more to look up (out of the processor's
 // caches) than judging it again.
-void CheckDelay(Context& context, EventUnderCheck const& event, ZoCheckField field, int index,
-                         std::string_view utf8)
+void CheckDelay(Context& context, EventUnderCheck const& event, ZoCheckField field, int index, std::string_view utf8)
 {
     static constexpr std::size_t kMostRemembered = 256;
     auto found = context.delayOutcomes.find(utf8);
@@ -318,7 +317,7 @@ void CheckEventFormulas(Context& context, EventUnderCheck const& event)
 void CheckEventReferences(Context& context, EventUnderCheck const& event)
 {
     if (std::string_view const utf8 = event.Utf8(KeyTimeTable); !utf8.empty()) {
-        ZoProjectChecker::Context::TableState const& table = context.TableOf(utf8);
+        TableState const& table = context.TableOf(utf8);
         event.table = &table;
         if (!table.known)
             context.Add(event, ZoSeverity::Warning, "unknown-time-table", ZoCheckField::TimeTable,

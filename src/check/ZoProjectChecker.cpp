@@ -176,22 +176,14 @@ ZoProjectChecker::Context::Context(ZoProjectDocs givenDocs, ZoCheckOptions optio
     IndexUsers();
 }
 
-bool ZoProjectChecker::Context::TableAllowsAny(std::wstring const& id)
-{
-    auto const [known, inserted] = tableAllows.try_emplace(id, false);
-    if (inserted)
-        known->second = timeTables.AllowsAny(id, from, to);
-    return known->second;
-}
-
-ZoProjectChecker::Context::TableState const& ZoProjectChecker::Context::TableOf(std::string_view utf8Id)
+TableState const& ZoProjectChecker::Context::TableOf(std::string_view utf8Id)
 {
     auto found = tableStates.find(utf8Id);
     if (found == tableStates.end()) {
         TableState state;
         state.id = ZoFromUtf8(utf8Id);
         state.known = timeTables.KindOf(state.id) != ZoTimeTableResolution::Kind::None;
-        state.allowsAny = state.known && TableAllowsAny(state.id);
+        state.allowsAny = state.known && timeTables.AllowsAny(state.id, from, to);
         found = tableStates.emplace(std::string(utf8Id), std::move(state)).first;
     }
     return found->second;

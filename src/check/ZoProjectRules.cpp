@@ -12,7 +12,7 @@
 #include <QDateTime>
 
 #include <algorithm>
-#include <map>
+#include <type_traits>
 
 namespace zo::check {
 
@@ -64,6 +64,38 @@ Holder HolderOf(IdPlace const& place)
     return {PathOf(*place.holder), place.subject, WideValue(*place.holder, L"name")};
 }
 
+// Keys (hash, index) of values, in any order: each index whose value an earlier index holds
+// too, paired with the first index that holds it, as (later, first), in the order of the
+// later ones. The keys are sorted in place; value(index) is read only where hashes meet,
+// once for each such index.
+template <class Value>
+std::vector<std::pair<std::uint32_t, std::uint32_t>> RepeatedValues(std::vector<std::pair<std::size_t, std::uint32_t>>& keys,
+                                                                    Value const& value)
+{
+    std::sort(keys.begin(), keys.end());
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> twice;
+    std::vector<std::decay_t<std::invoke_result_t<Value const&, std::uint32_t>>> values;
+    for (std::size_t start = 0; start < keys.size();) {
+        std::size_t end = start + 1;
+        while (end < keys.size() && keys[end].first == keys[start].first)
+            ++end;
+        if (end - start > 1) {
+            values.clear();
+            for (std::size_t i = start; i < end; ++i)
+                values.push_back(value(keys[i].second));
+            for (std::size_t later = 1; later < values.size(); ++later)
+                for (std::size_t first = 0; first < later; ++first)
+                    if (values[first] == values[later]) {
+                        twice.emplace_back(keys[start + later].second, keys[start + first].second);
+                        break;
+                    }
+        }
+        start = end;
+    }
+    std::sort(twice.begin(), twice.end());
+    return twice;
+}
+
 // Finds ids used twice among elements of one kind; each later holder is reported, in the
 // order of the document. The ids are collected and sorted by their hash (one allocation
 // for all, however many ids the project has), and compared only where hashes meet.
@@ -83,6 +115,21 @@ public:
                                  place});
     }
 
+    // Reports each later holder of an id, in the order of the document, and empties the register.
+    void Report()
+    {
+        // (hash, order): 16 bytes a key, sorted without reaching into the entries.
+        std::vector<std::pair<std::size_t, std::uint32_t>> keys;
+        keys.reserve(m_entries.size());
+        for (Entry const& entry : m_entries)
+            keys.emplace_back(entry.hash, entry.order);
+        auto const twice = RepeatedValues(keys, [this](std::uint32_t order) { return m_entries[order].id; });
+        for (auto const& [later, first] : twice)
+            Add(m_entries[later], m_entries[first]);
+        m_entries.clear();
+    }
+
+private:
     struct Entry {
         std::size_t hash;
         std::uint32_t order;
@@ -90,34 +137,6 @@ public:
         IdPlace place;
     };
 
-    void Report()
-    {
-        // (hash, order): 16 bytes a key, sorted without reaching into the entries.
-        std::vector<std::pair<std::size_t, std::uint32_t>> sorted;
-        sorted.reserve(m_entries.size());
-        for (Entry const& entry : m_entries)
-            sorted.emplace_back(entry.hash, entry.order);
-        std::sort(sorted.begin(), sorted.end());
-        std::vector<std::pair<std::uint32_t, std::uint32_t>> twice; // (later holder, first holder)
-        for (std::size_t start = 0; start < sorted.size();) {
-            std::size_t end = start + 1;
-            while (end < sorted.size() && sorted[end].first == sorted[start].first)
-                ++end;
-            for (std::size_t later = start + 1; later < end; ++later)
-                for (std::size_t first = start; first < later; ++first)
-                    if (m_entries[sorted[first].second].id == m_entries[sorted[later].second].id) {
-                        twice.emplace_back(sorted[later].second, sorted[first].second);
-                        break;
-                    }
-            start = end;
-        }
-        std::sort(twice.begin(), twice.end());
-        for (auto const& [later, first] : twice)
-            Add(m_entries[later], m_entries[first]);
-        m_entries.clear();
-    }
-
-private:
     void Add(Entry const& later, Entry const& first)
     {
         Holder holder = HolderOf(later.place);
@@ -207,11 +226,6 @@ private:
     std::unordered_map<std::wstring, Holder> m_first;
 };
 
-std::wstring DateText(QDate date)
-{
-    return date.toString(Qt::ISODate).toStdWString();
-}
-
 void CheckDayReference(Context& context, XmlNode const& table, Holder const& holder, std::wstring const& where,
                        std::wstring const& dayId)
 {
@@ -275,12 +289,11 @@ void CheckTimeTables(Context& context)
                                   WideValue(table, L"day" + std::to_wstring(day)));
         if (holder.subject == ZoCheckSubject::Calendar)
             CheckCalendarDates(context, table, holder);
-        std::wstring const id = WideValue(table, L"id");
-        if (!context.TableAllowsAny(id))
-            context.AddAt(ProjectDoc::TimeTables, holder.path, holder.subject, holder.name, id, ZoSeverity::Warning,
+        TableState const& state = context.TableOf(table.ValueUtf8(L"id"));
+        if (!state.allowsAny)
+            context.AddAt(ProjectDoc::TimeTables, holder.path, holder.subject, holder.name, state.id, ZoSeverity::Warning,
                           "time-table-never",
-                          ZoFormat(ZoLoadString(64543).c_str(), DateText(context.from).c_str(),
-                                   DateText(context.to).c_str()));
+                          ZoFormat(ZoLoadString(64543).c_str(), context.fromText.c_str(), context.toText.c_str()));
     });
 }
 
@@ -314,7 +327,7 @@ void CheckRegistrations(Context& context)
 // The largest number of notifying, enabled events that their time tables let fire at one
 // moment of the coming year: events without a time table count at every moment, those
 // whose table resolves to nothing never. One sweep over the periods of each table used.
-void CheckFloodBound(Context& context, int always, std::unordered_map<Context::TableState const*, int> const& byTable)
+void CheckFloodBound(Context& context, int always, std::unordered_map<TableState const*, int> const& byTable)
 {
     if (always == 0 && byTable.empty())
         return;
@@ -373,7 +386,7 @@ struct ProjectPass::State {
     void ReportDuplicates();
     // The notifying, enabled events: those without a time table, and the others by table.
     int always = 0;
-    std::unordered_map<Context::TableState const*, int> byTable;
+    std::unordered_map<TableState const*, int> byTable;
 
     void CollectIds(EventUnderCheck const& event);
     void CollectDuplicate(EventUnderCheck const& event);
@@ -431,26 +444,7 @@ void ProjectPass::State::ReportDuplicates()
     auto const normalised = [&](std::uint32_t index) {
         return ZoNormalisedFormula(KeyText(*notifying[index].event, tags.condition));
     };
-    std::sort(conditionHashes.begin(), conditionHashes.end());
-    std::vector<std::pair<std::uint32_t, std::uint32_t>> twice; // (later, first), indexes in notifying
-    for (std::size_t start = 0; start < conditionHashes.size();) {
-        std::size_t end = start + 1;
-        while (end < conditionHashes.size() && conditionHashes[end].first == conditionHashes[start].first)
-            ++end;
-        if (end - start > 1) {
-            std::vector<std::string> texts;
-            for (std::size_t i = start; i < end; ++i)
-                texts.push_back(normalised(conditionHashes[i].second));
-            for (std::size_t later = 1; later < texts.size(); ++later)
-                for (std::size_t first = 0; first < later; ++first)
-                    if (texts[first] == texts[later]) {
-                        twice.emplace_back(conditionHashes[start + later].second, conditionHashes[start + first].second);
-                        break;
-                    }
-        }
-        start = end;
-    }
-    std::sort(twice.begin(), twice.end());
+    auto const twice = RepeatedValues(conditionHashes, normalised); // indexes in notifying
     for (auto const& [later, first] : twice) {
         XmlNode const& event = *notifying[later].event;
         std::wstring const other = ZoFromUtf8(KeyText(*notifying[first].event, tags.name));
@@ -472,8 +466,7 @@ void ProjectPass::State::CollectFlood(EventUnderCheck const& event)
         return;
     }
     // The event's rules looked its table up already.
-    auto const* state = static_cast<Context::TableState const*>(event.table);
-    ++byTable[state ? state : &context.TableOf(table)];
+    ++byTable[event.table ? event.table : &context.TableOf(table)];
 }
 
 void ProjectPass::Collect(EventUnderCheck const& event)
