@@ -11,23 +11,18 @@
 #include <QTreeView>
 #include <algorithm>
 
-QTreeView* ZoNewListView(QWidget* parent, char const* objectName, QAbstractItemModel* model,
-                         QAbstractItemView::SelectionMode mode)
+namespace {
+
+// What every list control is: named, over its model, whole rows selected, no editing in place.
+void SetUpList(QAbstractItemView* list, char const* objectName, QAbstractItemModel* model,
+               QAbstractItemView::SelectionMode mode)
 {
-    auto* list = new QTreeView(parent);
     list->setObjectName(QLatin1String(objectName));
     list->setModel(model);
-    list->setRootIsDecorated(false);
-    list->setItemsExpandable(false);
-    list->setUniformRowHeights(true);
     list->setSelectionMode(mode);
     list->setSelectionBehavior(QAbstractItemView::SelectRows);
-    list->setAllColumnsShowFocus(true);
     list->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    return list;
 }
-
-namespace {
 
 // Draws a table's cells as a list draws its rows: the selected row highlighted whole, no
 // frame around the one cell that has the focus.
@@ -45,19 +40,27 @@ protected:
 
 } // namespace
 
+QTreeView* ZoNewListView(QWidget* parent, char const* objectName, QAbstractItemModel* model,
+                         QAbstractItemView::SelectionMode mode)
+{
+    auto* list = new QTreeView(parent);
+    SetUpList(list, objectName, model, mode);
+    list->setRootIsDecorated(false);
+    list->setItemsExpandable(false);
+    list->setUniformRowHeights(true);
+    list->setAllColumnsShowFocus(true);
+    return list;
+}
+
 QTableView* ZoNewLongListView(QWidget* parent, char const* objectName, QAbstractItemModel* model,
                               QAbstractItemView::SelectionMode mode)
 {
     auto* list = new QTableView(parent);
-    list->setObjectName(QLatin1String(objectName));
-    list->setModel(model);
+    SetUpList(list, objectName, model, mode);
     list->setShowGrid(false);
     list->setWordWrap(false);
     list->setTabKeyNavigation(false);
     list->setCornerButtonEnabled(false);
-    list->setSelectionMode(mode);
-    list->setSelectionBehavior(QAbstractItemView::SelectRows);
-    list->setEditTriggers(QAbstractItemView::NoEditTriggers);
     list->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     QHeaderView* rows = list->verticalHeader();
     rows->hide();
