@@ -1,10 +1,7 @@
 #include "CheckCommand.h"
 
 #include "CliText.h"
-#include "ProjectFileReader.h"
-#include "ProjectFolder.h"
-#include "actions/ZoUsersDocument.h"
-#include "check/ZoCheckLines.h"
+#include "CommandProject.h"
 #include "check/ZoCheckReport.h"
 #include "check/ZoProjectChecker.h"
 
@@ -67,28 +64,6 @@ bool ParseArguments(QStringList const& arguments, CheckArguments& parsed, QStrin
     return true;
 }
 
-// The users file as the mail and SMS editors read it; a missing or broken file counts as
-// no users.
-void LoadUsers(ProjectFolder& project)
-{
-    XmlDocument& users = project.Users();
-    if (!ZoLoadUsersFile(users, project.FilePath(ProjectDoc::Users).toStdWString()))
-        users.Create(kUsersRootTag);
-}
-
-// The lines of the findings, from the files as they are on disk now (read one at a time,
-// once the project's tree is gone, so that a large project is never held twice).
-void FindLines(QString const& folder, std::vector<ZoFinding>& findings)
-{
-    for (ProjectDoc doc : {ProjectDoc::Events, ProjectDoc::TimeTables, ProjectDoc::Devices}) {
-        ProjectFileBytes bytes;
-        std::wstring reason;
-        QString const path = QDir(folder).filePath(QString::fromWCharArray(zo::project::FileName(doc)));
-        if (ReadProjectFile(path, bytes, reason) == ProjectFileRead::Read)
-            ZoFindLines(findings, doc, bytes.Data(), bytes.Size());
-    }
-}
-
 } // namespace
 
 int RunCheckCommand(QStringList const& arguments, std::FILE* out, std::FILE* err)
@@ -106,7 +81,7 @@ int RunCheckCommand(QStringList const& arguments, std::FILE* out, std::FILE* err
         WriteLine(err, "zoevents check: " + ZoCliText(error));
         return 2;
     }
-    LoadUsers(*project);
+    LoadUsersOf(*project);
     ZoProjectDocs docs;
     docs.events = project->Events().Root();
     docs.timeTables = project->TimeTables().Root();
@@ -118,7 +93,7 @@ int RunCheckCommand(QStringList const& arguments, std::FILE* out, std::FILE* err
     std::vector<ZoFinding> findings = ZoCheckProject(docs, options);
     QString const folder = project->Folder();
     project.reset();
-    FindLines(folder, findings);
+    FindLinesIn(folder, findings);
 
     if (parsed.json) {
         std::string const json = ZoFindingsJson(QDir::toNativeSeparators(folder).toStdWString(), findings);

@@ -1,0 +1,17 @@
+#pragma once
+#include "ProjectFolder.h"
+#include "check/ZoCheckFinding.h"
+
+#include <QString>
+
+#include <vector>
+
+// What the program's commands share around a project folder.
+
+// Loads the users file as the mail and SMS editors read it; a missing or broken file
+// counts as no users.
+void LoadUsersOf(ProjectFolder& project);
+
+// The lines of the findings, from the files as they are on disk now (read one at a time,
+// once the project's tree is gone, so that a large project is never held twice).
+void FindLinesIn(QString const& folder, std::vector<ZoFinding>& findings);
