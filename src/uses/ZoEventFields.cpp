@@ -171,7 +171,7 @@ void VisitEvent(XmlNode const& event, Tags const& tags, FieldPlace place, Visit 
 
 void ForEachEventField(XmlNode const* eventsRoot, Visit const& visit)
 {
-    XmlNode const* events = eventsRoot ? eventsRoot->Child(L"events") : nullptr;
+    XmlNode const* events = EventsElement(eventsRoot);
     if (!events)
         return;
     Tags const tags(*eventsRoot->Document());
@@ -190,7 +190,7 @@ ZoFinding PlaceFinding(XmlNode const* eventsRoot, FieldPlace const& place)
     finding.severity = ZoSeverity::Note;
     finding.file = zo::project::ProjectDoc::Events;
     finding.subject = ZoCheckSubject::Event;
-    XmlNode const* events = eventsRoot ? eventsRoot->Child(L"events") : nullptr;
+    XmlNode const* events = EventsElement(eventsRoot);
     finding.path = {events ? PositionIn(*events) : 0u, place.position};
     if (place.event) {
         finding.name = ZoFromUtf8(place.event->ValueUtf8(L"name"));
@@ -201,6 +201,13 @@ ZoFinding PlaceFinding(XmlNode const* eventsRoot, FieldPlace const& place)
     finding.moment = place.moment;
     finding.index = place.index;
     return finding;
+}
+
+XmlNode const* EventsElement(XmlNode const* eventsRoot)
+{
+    if (!eventsRoot)
+        return nullptr;
+    return eventsRoot->HasTag(L"events") ? eventsRoot : eventsRoot->Child(L"events");
 }
 
 std::uint32_t PositionIn(XmlNode const& child)

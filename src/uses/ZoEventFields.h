@@ -35,8 +35,12 @@ struct FieldPlace {
     int index = 0;
 };
 
-// Calls visit(place, kind, node) for every field of every event of the event configuration
-// document whose root is eventsRoot (null: none); node is the element whose text is the
+// The `events` element of the event configuration document's root, or eventsRoot itself when
+// it is that element (the event editor works on a copy of it); null when there is none.
+XmlNode const* EventsElement(XmlNode const* eventsRoot);
+
+// Calls visit(place, kind, node) for every field of every event under eventsRoot (see
+// EventsElement; null: none); node is the element whose text is the
 // field's value.
 void ForEachEventField(XmlNode const* eventsRoot,
                        std::function<void(FieldPlace const&, FieldKind, XmlNode const&)> const& visit);

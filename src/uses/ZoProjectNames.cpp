@@ -1,6 +1,7 @@
 #include "uses/ZoProjectNames.h"
 
 #include "platform/tools/ZoUtf.h"
+#include "uses/ZoEventFields.h"
 
 #include <QString>
 
@@ -24,11 +25,6 @@ std::wstring IdOf(XmlNode const* element)
     return element ? ZoFromUtf8(element->ValueUtf8(L"id")) : std::wstring();
 }
 
-XmlNode const* Events(XmlNode const* eventsRoot)
-{
-    return eventsRoot ? eventsRoot->Child(L"events") : nullptr;
-}
-
 } // namespace
 
 XmlNode const* FindDriver(XmlNode const* deviceTree, std::wstring_view name)
@@ -44,13 +40,13 @@ XmlNode const* FindVariable(XmlNode const* driver, std::wstring_view code)
 
 XmlNode const* FindEvent(XmlNode const* eventsRoot, std::wstring_view name)
 {
-    return ChildNamed(Events(eventsRoot), L"event", L"name", ZoToUtf8(name));
+    return ChildNamed(EventsElement(eventsRoot), L"event", L"name", ZoToUtf8(name));
 }
 
 XmlNode const* FindEventFolded(XmlNode const* eventsRoot, std::wstring_view name, XmlNode const* except)
 {
     QString const wanted = QString::fromWCharArray(name.data(), static_cast<qsizetype>(name.size()));
-    XmlNode const* events = Events(eventsRoot);
+    XmlNode const* events = EventsElement(eventsRoot);
     for (XmlNode const* event = events ? events->FirstChild() : nullptr; event; event = event->NextSibling()) {
         if (event == except || !event->HasTag(L"event"))
             continue;
