@@ -3,6 +3,7 @@
 #include "EventChoiceModel.h"
 #include "EventChooserDlg.h"
 #include "ProblemsWindow.h"
+#include "UsesWindow.h"
 #include "ProjectFolder.h"
 #include "ProjectPanel.h"
 #include "ProjectSummary.h"
@@ -125,6 +126,12 @@ void MainWindow::CreateActions()
     m_checkProject = NewAction(this, 64572, "checkProjectAction");
     m_checkProject->setShortcut(QKeySequence(Qt::Key_F7));
     connect(m_checkProject, &QAction::triggered, this, &MainWindow::OnCheckProject);
+    m_whereUsed = NewAction(this, 64767, "whereUsedAction");
+    m_whereUsed->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_U));
+    connect(m_whereUsed, &QAction::triggered, this, [this] { OnWhereUsed(); });
+    m_rename = NewAction(this, 64768, "renameAction");
+    m_rename->setShortcut(QKeySequence(Qt::Key_F2));
+    connect(m_rename, &QAction::triggered, this, &MainWindow::OnRename);
 
     m_about = NewAction(this, 60015, "aboutAction");
     m_about->setMenuRole(QAction::AboutRole);
@@ -152,6 +159,8 @@ void MainWindow::CreateMenus()
     events->addAction(m_eventVariables);
     events->addSeparator();
     events->addAction(m_checkProject);
+    events->addAction(m_whereUsed);
+    events->addAction(m_rename);
 
     QMenu* help = menuBar()->addMenu(ZoText(60014));
     help->addAction(m_about);
@@ -186,6 +195,8 @@ void MainWindow::UpdateActions()
     m_timeTables->setEnabled(open);
     m_timeSlot->setEnabled(open);
     m_checkProject->setEnabled(open);
+    m_whereUsed->setEnabled(open);
+    m_rename->setEnabled(open);
     m_save->setEnabled(open && HasUnsavedChanges());
 }
 
@@ -240,6 +251,8 @@ bool MainWindow::OpenFolder(QString const& folder)
     m_checker.reset();
     if (m_problems)
         m_problems->close();
+    if (m_uses)
+        m_uses->close();
     ZoVelmoraSetup::instance().SetCfgPath(m_project->Folder().toStdWString());
     ZoEventSystem::instance()->SetFeedAvailable(m_project->FeedAvailable());
     // Formulas resolve their variables in the project's devices and events.
@@ -586,16 +599,23 @@ void MainWindow::OnCheckProject()
     m_problems->activateWindow();
 }
 
+bool MainWindow::OpenAtFinding(ZoFinding const& finding)
+{
+    if (!m_project || finding.subject != ZoCheckSubject::Event || finding.path.size() != 2)
+        return false;
+    std::uint32_t const position = finding.path[1];
+    return EditEvent([position](XmlNode* root) { return ChildAt(root, position); }, EditorControl(finding),
+                     finding.field == ZoCheckField::Action ? finding.moment : -1);
+}
+
 void MainWindow::OnOpenProblem(ZoFinding const& finding)
 {
-    if (!m_project || !m_checker || finding.subject != ZoCheckSubject::Event || finding.path.size() != 2)
+    if (!m_checker)
         return;
-    std::uint32_t const position = finding.path[1];
-    bool const changed = EditEvent([position](XmlNode* root) { return ChildAt(root, position); },
-                                   EditorControl(finding), finding.field == ZoCheckField::Action ? finding.moment : -1);
+    bool const changed = OpenAtFinding(finding);
     // A save has checked the whole project again; when it failed, the event alone is.
     if (changed && m_problems && HasUnsavedChanges())
-        m_problems->ReplaceEventFindings(position, m_checker->CheckEvent(position));
+        m_problems->ReplaceEventFindings(finding.path[1], m_checker->CheckEvent(finding.path[1]));
 }
 
 QString MainWindow::CheckCountsText()

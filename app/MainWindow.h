@@ -10,6 +10,7 @@
 #include <memory>
 
 class ProblemsWindow;
+class UsesWindow;
 class ProjectFolder;
 class ProjectPanel;
 class ZoProjectChecker;
@@ -22,7 +23,8 @@ class QMenu;
 //
 // Object names of the actions: openFolderAction, recentMenu, clearRecentAction, saveAction,
 // quitAction, eventsAction, editEventAction, eventGroupsAction, timeTablesAction,
-// timeSlotAction, eventVariablesAction, checkProjectAction, aboutAction.
+// timeSlotAction, eventVariablesAction, checkProjectAction, whereUsedAction, renameAction,
+// aboutAction.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 public:
@@ -49,6 +51,13 @@ public:
     void OnAbout();
     // The Problems window, once Check Project has opened it (null before).
     ProblemsWindow* Problems() const { return m_problems; }
+    // Events > Where Used… (Ctrl+Shift+U): the where-used window, with reference looked up
+    // when one is given.
+    void OnWhereUsed(QString const& reference = {});
+    UsesWindow* Uses() const { return m_uses; }
+    // Events > Rename… (F2): the rename dialog, preset when a kind and old name are given; the
+    // changes it plans are applied in one journal and the files they touch saved together.
+    void OnRename();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -71,6 +80,11 @@ private:
     bool EditEvent(EventFinder const& find, QString const& control = {}, int moment = -1);
     // A row of the Problems window: opens its event at its field, then checks it again.
     void OnOpenProblem(ZoFinding const& finding);
+    // Opens the event a finding or use is about at its field; true when the event changed.
+    bool OpenAtFinding(ZoFinding const& finding);
+    // The where-used window's requests (MainWindowUses.cpp).
+    void OnFindUses(QString const& reference);
+    void OnOpenUse(ZoFinding const& use);
     // After a save: the project's counts of errors and warnings, for the status bar; an open
     // Problems window is filled again.
     QString CheckCountsText();
@@ -91,7 +105,10 @@ private:
     QAction* m_timeSlot = nullptr;
     QAction* m_eventVariables = nullptr;
     QAction* m_checkProject = nullptr;
+    QAction* m_whereUsed = nullptr;
+    QAction* m_rename = nullptr;
     QAction* m_about = nullptr;
     ProblemsWindow* m_problems = nullptr;
+    UsesWindow* m_uses = nullptr;
     std::unique_ptr<ZoProjectChecker> m_checker; // of the findings the Problems window shows
 };

@@ -1,0 +1,127 @@
+// Events > Where Used… and Events > Rename… in the host editor on the demo project: the
+// rows the user sees, Enter opening the event editor at the field, the preview, a refused
+// name, and the files after a rename.
+#include "HostTestSupport.h"
+#include "RenameDlg.h"
+#include "UsesWindow.h"
+#include "editor/ZoEDlgEventCfg.h"
+#include "support/ScriptedAnswerer.h"
+
+#include <QAbstractItemModelTester>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTabWidget>
+#include <QTest>
+
+using namespace host_test;
+
+namespace {
+
+// The rows as "element | field" lines.
+QStringList Rows(QTreeView const* list)
+{
+    QStringList rows;
+    QAbstractItemModel const* model = list->model();
+    for (int row = 0; row < model->rowCount(); ++row)
+        rows << model->index(row, 0).data().toString() + " | " + model->index(row, 1).data().toString();
+    return rows;
+}
+
+using HostUses = HostTest;
+
+TEST_F(HostUses, TheWindowListsEveryUseAndEnterOpensTheEditorAtTheActionsMoment)
+{
+    ScriptedAnswerer answers;
+    DemoWindow demo;
+    demo.window.OnWhereUsed("[PUMP1.START_CMD]");
+    UsesWindow* uses = demo.window.Uses();
+    ASSERT_TRUE(uses);
+    EXPECT_TRUE(uses->isVisible());
+    EXPECT_FALSE(uses->isModal());
+    QAbstractItemModelTester tester(const_cast<UsesModel*>(&uses->Model()));
+    QTreeView* list = uses->List();
+    EXPECT_EQ(Rows(list), (QStringList{"event \"Tank high level\" | Actions, Activation, action 1, column 1",
+                                       "event \"Tank overflow\" | Actions, While active, action 1, column 1",
+                                       "event \"Tank dry-run risk\" | Actions, Activation, action 1, column 1"}));
+    EXPECT_EQ(uses->findChild<QLabel*>("countLabel")->text(), "3 uses");
+    EXPECT_EQ(list->currentIndex().row(), 0);
+
+    list->setCurrentIndex(list->model()->index(1, 0));
+    ModalScript modal(ModalScript::As<ZoEDlgEventCfg>([](ZoEDlgEventCfg& editor) {
+        EXPECT_EQ(editor.findChild<QTabWidget*>("tabs")->currentIndex(), ZoEDlgEventCfg::TabActions);
+        EXPECT_EQ(editor.findChild<QTabWidget*>("actionsMomentTabs")->currentIndex(), 1);
+        return ModalScript::Reject()(editor);
+    }));
+    QTest::keyClick(list, Qt::Key_Return);
+    EXPECT_EQ(modal.Classes(), QStringList{"ZoEDlgEventCfg"});
+
+    // A reference typed in the window; one that names nothing says so.
+    auto* reference = uses->findChild<QLineEdit*>("referenceEdit");
+    reference->setText("timetable:Out of hours week");
+    QTest::keyClick(reference, Qt::Key_Return);
+    EXPECT_EQ(Rows(list).join("; ").toStdString(),
+              "event \"Flow without pumping\" | time table; event \"Door open out of hours\" | time table");
+    reference->setText("[PUMP9.START_CMD]");
+    uses->findChild<QPushButton*>("findButton")->click();
+    EXPECT_EQ(list->model()->rowCount(), 0);
+    EXPECT_EQ(uses->findChild<QLabel*>("countLabel")->text(), "No device named \"PUMP9\" in the catalog.");
+    EXPECT_EQ(answers.Count(), 0);
+}
+
+TEST_F(HostUses, RenameShowsThePreviewBeforeOkAppliesItAndSavesBothFiles)
+{
+    ScriptedAnswerer answers;
+    DemoWindow demo;
+    QByteArray const devices = ReadBytes(demo.File(ProjectDoc::Devices));
+    int previewRows = 0;
+    ModalScript modal(ModalScript::As<RenameDlg>([&](RenameDlg& dialog) {
+        EXPECT_EQ(dialog.focusWidget(), dialog.findChild<QLineEdit*>("oldNameEdit"));
+        EXPECT_FALSE(dialog.findChild<QLineEdit*>("deviceEdit")->isEnabled());
+        dialog.findChild<QLineEdit*>("oldNameEdit")->setText("PUMP1");
+        auto* newName = dialog.findChild<QLineEdit*>("newNameEdit");
+        auto* message = dialog.findChild<QLabel*>("messageLabel");
+        newName->setText("PUMP2");
+        EXPECT_EQ(ModalScript::ClickOk(dialog), QDialog::Rejected);
+        EXPECT_EQ(message->text(), "A device named \"PUMP2\" exists already.");
+        newName->setText("Pump 1.B");
+        // The first OK shows the preview, the second applies it.
+        EXPECT_EQ(ModalScript::ClickOk(dialog), QDialog::Rejected);
+        auto* list = dialog.findChild<QTreeView*>("previewList");
+        previewRows = list->model()->rowCount();
+        EXPECT_EQ(message->text(), "17 references in 18 places will change. OK applies them all.");
+        EXPECT_EQ(list->model()->index(1, 2).data().toString(), "[PUMP1.START_CMD]");
+        EXPECT_EQ(list->model()->index(1, 3).data().toString(), "[Pump 1.B.START_CMD]");
+        return ModalScript::ClickOk(dialog);
+    }));
+    demo.window.findChild<QAction*>("renameAction")->trigger();
+    EXPECT_EQ(modal.Classes(), QStringList{"RenameDlg"});
+    EXPECT_EQ(previewRows, 18);
+    EXPECT_FALSE(demo.window.HasUnsavedChanges());
+    EXPECT_TRUE(ReadBytes(demo.File(ProjectDoc::Events)).contains("<variable>[Pump 1.B.START_CMD]</variable>"));
+    QByteArray renamed = ReadBytes(demo.File(ProjectDoc::Devices));
+    EXPECT_TRUE(renamed.contains("<name>Pump 1.B</name>"));
+    EXPECT_EQ(renamed.replace("<name>Pump 1.B</name>", "<name>PUMP1</name>"), devices);
+    EXPECT_EQ(answers.Count(), 0);
+}
+
+TEST_F(HostUses, ACancelledRenameChangesNothing)
+{
+    ScriptedAnswerer answers;
+    DemoWindow demo;
+    QByteArray const events = ReadBytes(demo.File(ProjectDoc::Events));
+    ModalScript modal(ModalScript::As<RenameDlg>([](RenameDlg& dialog) {
+        dialog.findChild<QComboBox*>("kindCombo")->setCurrentIndex(static_cast<int>(ZoRenameKind::Event));
+        dialog.findChild<QLineEdit*>("oldNameEdit")->setText("Tank high level");
+        dialog.findChild<QLineEdit*>("newNameEdit")->setText("Reservoir high");
+        dialog.findChild<QPushButton*>("previewButton")->click();
+        EXPECT_EQ(dialog.findChild<QTreeView*>("previewList")->model()->rowCount(), 1);
+        return ModalScript::Reject()(dialog);
+    }));
+    demo.window.OnRename();
+    EXPECT_EQ(modal.Classes(), QStringList{"RenameDlg"});
+    EXPECT_EQ(ReadBytes(demo.File(ProjectDoc::Events)), events);
+    EXPECT_FALSE(demo.window.HasUnsavedChanges());
+}
+
+} // namespace
