@@ -327,6 +327,7 @@ void MainWindow::OnEventsList()
     int result = QDialog::Rejected;
     {
         ZoEDlgEventsCfg dialog(this, project.DeviceGroups(), &events, &project.TimeTables(), &project.Users());
+        dialog.m_whereUsed = [this](QWidget* parent, XmlNode const* event) { return ChooseAmongUses(parent, event); };
         result = dialog.DoModal();
     }
     bool keep = result == QDialog::Accepted;

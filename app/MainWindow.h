@@ -85,6 +85,8 @@ private:
     // The where-used window's requests (MainWindowUses.cpp).
     void OnFindUses(QString const& reference);
     void OnOpenUse(ZoFinding const& use);
+    // The events list's "Where Used…": the uses of event, the event picked among them.
+    XmlDocument::XmlNode const* ChooseAmongUses(QWidget* parent, XmlDocument::XmlNode const* event);
     // After a save: the project's counts of errors and warnings, for the status bar; an open
     // Problems window is filled again.
     QString CheckCountsText();

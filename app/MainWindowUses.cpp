@@ -6,9 +6,10 @@
 #include "UsesWindow.h"
 #include "actions/ZoUsersDocument.h"
 #include "platform/drivers/ZoDeviceCatalog.h"
+#include "platform/ui/ZoModal.h"
 #include "uses/ZoWhereUsed.h"
 
-#include <QStatusBar>
+#include <QRegularExpression>
 
 using zo::project::ProjectDoc;
 
@@ -28,23 +29,62 @@ void MainWindow::OnWhereUsed(QString const& reference)
         m_uses->Find(reference);
 }
 
-void MainWindow::OnFindUses(QString const& reference)
+namespace {
+
+// Looks the reference up in the project and shows its uses (or why it names nothing).
+void ShowUses(UsesWindow& window, ProjectFolder& project, QString const& reference)
 {
-    if (!m_project || !m_uses || reference.isEmpty())
+    if (reference.isEmpty())
         return;
-    ProjectFolder& project = *m_project;
     // Recipients are looked up by name in the users file.
-    if (reference.contains(QLatin1Char(':')) && !reference.startsWith(QLatin1Char('[')))
-        ZoEnsureUsersLoaded(this, &project.Users());
+    static QRegularExpression const recipient(QStringLiteral("^(user|maillist|phonelist):"),
+                                              QRegularExpression::CaseInsensitiveOption);
+    if (recipient.match(reference).hasMatch())
+        ZoEnsureUsersLoaded(&window, &project.Users());
     ZoUseDocs const docs{project.Events().Root(), project.TimeTables().Root(), project.Devices().Root(),
                          project.Users().Root()};
     ZoUseTarget target;
     std::wstring error;
     if (!ZoReadUseTarget(reference.toStdWString(), docs, target, error)) {
-        m_uses->SetRefused(QString::fromStdWString(error));
+        window.SetRefused(QString::fromStdWString(error));
         return;
     }
-    m_uses->SetUses(ZoFindUses(docs, target));
+    window.SetUses(ZoFindUses(docs, target));
+}
+
+} // namespace
+
+void MainWindow::OnFindUses(QString const& reference)
+{
+    if (m_project && m_uses)
+        ShowUses(*m_uses, *m_project, reference);
+}
+
+// From the events list, whose changes are not applied yet: the uses are shown over its
+// live documents in a modal window, and Enter picks the event to select in the list rather
+// than opening an editor beside the list's own.
+XmlDocument::XmlNode const* MainWindow::ChooseAmongUses(QWidget* parent, XmlDocument::XmlNode const* event)
+{
+    if (!m_project || !event)
+        return nullptr;
+    ProjectFolder& project = *m_project;
+    UsesWindow window(parent);
+    window.setModal(true);
+    XmlDocument::XmlNode const* chosen = nullptr;
+    connect(&window, &UsesWindow::findRequested, &window,
+            [&window, &project](QString const& reference) { ShowUses(window, project, reference); });
+    connect(&window, &UsesWindow::openRequested, &window, [&](ZoFinding const& use) {
+        XmlDocument::XmlNode const* events = project.Events().Root()->Child(L"events");
+        if (use.subject != ZoCheckSubject::Event || use.path.size() != 2 || !events)
+            return;
+        chosen = events->FirstChild();
+        for (std::uint32_t i = 0; chosen && i < use.path[1]; ++i)
+            chosen = chosen->NextSibling();
+        window.accept();
+    });
+    window.Find(QStringLiteral("event:") + QString::fromUtf8(event->ValueUtf8(L"name")));
+    ZoRunModal(window);
+    return chosen;
 }
 
 void MainWindow::OnOpenUse(ZoFinding const& use)

@@ -5,12 +5,14 @@
 #include "RenameDlg.h"
 #include "UsesWindow.h"
 #include "editor/ZoEDlgEventCfg.h"
+#include "events/ZoEDlgEventsCfg.h"
 #include "support/ScriptedAnswerer.h"
 
 #include <QAbstractItemModelTester>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QTabWidget>
 #include <QTest>
 
@@ -115,13 +117,40 @@ TEST_F(HostUses, ACancelledRenameChangesNothing)
         dialog.findChild<QLineEdit*>("oldNameEdit")->setText("Tank high level");
         dialog.findChild<QLineEdit*>("newNameEdit")->setText("Reservoir high");
         dialog.findChild<QPushButton*>("previewButton")->click();
-        EXPECT_EQ(dialog.findChild<QTreeView*>("previewList")->model()->rowCount(), 1);
+        EXPECT_EQ(dialog.findChild<QTreeView*>("previewList")->model()->rowCount(), 2); // the name, one force
         return ModalScript::Reject()(dialog);
     }));
     demo.window.OnRename();
     EXPECT_EQ(modal.Classes(), QStringList{"RenameDlg"});
     EXPECT_EQ(ReadBytes(demo.File(ProjectDoc::Events)), events);
     EXPECT_FALSE(demo.window.HasUnsavedChanges());
+}
+
+TEST_F(HostUses, TheEventsListShowsTheUsesOfAnEventAndSelectsTheOneChosen)
+{
+    ScriptedAnswerer answers;
+    DemoWindow demo;
+    QString selected;
+    ModalScript modal(ModalScript::As<ZoEDlgEventsCfg>([&](ZoEDlgEventsCfg& list) {
+        list.SelectEvent(std::wstring(L"Tank high level"));
+        std::unique_ptr<QMenu> menu = list.CreateContextMenu();
+        auto* uses = menu->findChild<QAction*>("whereUsedAction");
+        EXPECT_TRUE(uses);
+        if (uses)
+            uses->trigger();
+        auto* view = list.findChild<QTreeView*>("eventsList");
+        selected = view->currentIndex().siblingAtColumn(0).data().toString();
+        return ModalScript::Reject()(list);
+    }));
+    modal.Then(ModalScript::As<UsesWindow>([](UsesWindow& window) {
+        EXPECT_EQ(Rows(window.List()), QStringList{"event \"Tank overflow\" | Actions, Acknowledgement, action 1, column 1"});
+        EXPECT_EQ(window.findChild<QLineEdit*>("referenceEdit")->text(), "event:Tank high level");
+        QTest::keyClick(window.List(), Qt::Key_Return);
+        return window.result();
+    }));
+    demo.window.OnEventsList();
+    EXPECT_EQ(modal.Classes(), (QStringList{"ZoEDlgEventsCfg", "UsesWindow"}));
+    EXPECT_EQ(selected, "Tank overflow");
 }
 
 } // namespace
