@@ -68,7 +68,9 @@ void RenameDlg::OnInitDialog()
     previewRow->addWidget(preview);
 
     m_list = ZoNewListView(this, "previewList", &m_preview, QAbstractItemView::SingleSelection);
-    m_list->header()->setStretchLastSection(false);
+    // Before and after share the width left; their whole texts are in the tooltips.
+    m_list->header()->setSectionResizeMode(RenamePreviewModel::BeforeColumn, QHeaderView::Stretch);
+    m_list->header()->setSectionResizeMode(RenamePreviewModel::AfterColumn, QHeaderView::Stretch);
 
     auto* buttons = new QDialogButtonBox(this);
     m_ok = buttons->addButton(ZoText(311), QDialogButtonBox::AcceptRole);
@@ -128,7 +130,8 @@ void RenameDlg::OnPreview()
     ZoRenamePlan const& plan = m_preview.CurrentPlan();
     m_message->setText(QString::fromStdWString(
         ZoFormat(ZoLoadString(64766).c_str(), plan.references, static_cast<int>(plan.changes.size()))));
-    for (int column = 0; column < RenamePreviewModel::ColumnCount; ++column)
+    for (int column : {RenamePreviewModel::ElementColumn, RenamePreviewModel::FieldColumn,
+                       RenamePreviewModel::CountColumn})
         m_list->resizeColumnToContents(column);
     if (m_preview.rowCount() > 0)
         m_list->setCurrentIndex(m_preview.index(0, 0));

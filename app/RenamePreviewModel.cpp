@@ -59,6 +59,6 @@ QVariant RenamePreviewModel::headerData(int section, Qt::Orientation orientation
 {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || section >= ColumnCount)
         return {};
-    static constexpr unsigned kHeaders[] = {64740, 64741, 64750, 64751, 64752};
+    static constexpr unsigned kHeaders[] = {64740, 64741, 64752, 64750, 64751};
     return ZoText(kHeaders[section]);
 }

@@ -5,11 +5,11 @@
 
 // The rename dialog's preview: the plan of one rename (ZoPlanRename), a change a row, with
 // the request it was made for, so that the dialog can tell whether its fields still match.
-// Columns: element, field, before, after, references.
+// Columns: element, field, references, before, after.
 class RenamePreviewModel : public QAbstractTableModel {
     Q_OBJECT
 public:
-    enum Column { ElementColumn, FieldColumn, BeforeColumn, AfterColumn, CountColumn, ColumnCount };
+    enum Column { ElementColumn, FieldColumn, CountColumn, BeforeColumn, AfterColumn, ColumnCount };
 
     explicit RenamePreviewModel(QObject* parent = nullptr);
 

@@ -92,8 +92,8 @@ TEST_F(HostUses, RenameShowsThePreviewBeforeOkAppliesItAndSavesBothFiles)
         auto* list = dialog.findChild<QTreeView*>("previewList");
         previewRows = list->model()->rowCount();
         EXPECT_EQ(message->text(), "17 references in 18 places will change. OK applies them all.");
-        EXPECT_EQ(list->model()->index(1, 2).data().toString(), "[PUMP1.START_CMD]");
-        EXPECT_EQ(list->model()->index(1, 3).data().toString(), "[Pump 1.B.START_CMD]");
+        EXPECT_EQ(list->model()->index(1, RenamePreviewModel::BeforeColumn).data().toString(), "[PUMP1.START_CMD]");
+        EXPECT_EQ(list->model()->index(1, RenamePreviewModel::AfterColumn).data().toString(), "[Pump 1.B.START_CMD]");
         return ModalScript::ClickOk(dialog);
     }));
     demo.window.findChild<QAction*>("renameAction")->trigger();
