@@ -14,6 +14,7 @@
 #include "events/ZoEDlgEventsCfg.h"
 #include "groups/ZoEDlgEventGroupsCfg.h"
 #include "platform/drivers/ZoDeviceCatalog.h"
+#include "platform/drivers/ZoSelectDriver.h"
 #include "platform/drivers/ZoEventVariables.h"
 #include "platform/ui/ZoClipboard.h"
 #include "platform/tools/ZoUtf.h"
@@ -87,9 +88,14 @@ MainWindow::MainWindow(RecentFolders recent, QWidget* parent)
     UpdatePanel();
     UpdateActions();
     UpdateTitle();
+    // The device and variable choosers show where their current row is used.
+    ZoSelectDriver::SetWhereUsed([this](QWidget* parent, QString const& reference) { PickUse(parent, reference); });
 }
 
-MainWindow::~MainWindow() = default;
+MainWindow::~MainWindow()
+{
+    ZoSelectDriver::SetWhereUsed({});
+}
 
 void MainWindow::CreateActions()
 {

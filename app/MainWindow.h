@@ -8,6 +8,7 @@
 #include <functional>
 #include <initializer_list>
 #include <memory>
+#include <optional>
 
 class ProblemsWindow;
 class UsesWindow;
@@ -85,6 +86,9 @@ private:
     // The where-used window's requests (MainWindowUses.cpp).
     void OnFindUses(QString const& reference);
     void OnOpenUse(ZoFinding const& use);
+    // A modal where-used window over the live documents (from a dialog whose changes are not
+    // applied yet: the events list, the choosers); the use Enter picked, if any.
+    std::optional<ZoFinding> PickUse(QWidget* parent, QString const& reference);
     // The events list's "Where Used…": the uses of event, the event picked among them.
     XmlDocument::XmlNode const* ChooseAmongUses(QWidget* parent, XmlDocument::XmlNode const* event);
     // After a save: the project's counts of errors and warnings, for the status bar; an open

@@ -60,30 +60,37 @@ void MainWindow::OnFindUses(QString const& reference)
         ShowUses(*m_uses, *m_project, reference);
 }
 
-// From the events list, whose changes are not applied yet: the uses are shown over its
-// live documents in a modal window, and Enter picks the event to select in the list rather
-// than opening an editor beside the list's own.
+std::optional<ZoFinding> MainWindow::PickUse(QWidget* parent, QString const& reference)
+{
+    if (!m_project)
+        return std::nullopt;
+    ProjectFolder& project = *m_project;
+    UsesWindow window(parent);
+    window.setModal(true);
+    std::optional<ZoFinding> picked;
+    connect(&window, &UsesWindow::findRequested, &window,
+            [&window, &project](QString const& text) { ShowUses(window, project, text); });
+    connect(&window, &UsesWindow::openRequested, &window, [&](ZoFinding const& use) {
+        picked = use;
+        window.accept();
+    });
+    window.Find(reference);
+    ZoRunModal(window);
+    return picked;
+}
+
 XmlDocument::XmlNode const* MainWindow::ChooseAmongUses(QWidget* parent, XmlDocument::XmlNode const* event)
 {
     if (!m_project || !event)
         return nullptr;
-    ProjectFolder& project = *m_project;
-    UsesWindow window(parent);
-    window.setModal(true);
-    XmlDocument::XmlNode const* chosen = nullptr;
-    connect(&window, &UsesWindow::findRequested, &window,
-            [&window, &project](QString const& reference) { ShowUses(window, project, reference); });
-    connect(&window, &UsesWindow::openRequested, &window, [&](ZoFinding const& use) {
-        XmlDocument::XmlNode const* events = project.Events().Root()->Child(L"events");
-        if (use.subject != ZoCheckSubject::Event || use.path.size() != 2 || !events)
-            return;
-        chosen = events->FirstChild();
-        for (std::uint32_t i = 0; chosen && i < use.path[1]; ++i)
-            chosen = chosen->NextSibling();
-        window.accept();
-    });
-    window.Find(QStringLiteral("event:") + QString::fromUtf8(event->ValueUtf8(L"name")));
-    ZoRunModal(window);
+    std::optional<ZoFinding> const use =
+        PickUse(parent, QStringLiteral("event:") + QString::fromUtf8(event->ValueUtf8(L"name")));
+    XmlDocument::XmlNode const* events = m_project->Events().Root()->Child(L"events");
+    if (!use || use->subject != ZoCheckSubject::Event || use->path.size() != 2 || !events)
+        return nullptr;
+    XmlDocument::XmlNode const* chosen = events->FirstChild();
+    for (std::uint32_t i = 0; chosen && i < use->path[1]; ++i)
+        chosen = chosen->NextSibling();
     return chosen;
 }
 

@@ -6,6 +6,8 @@
 #include "UsesWindow.h"
 #include "editor/ZoEDlgEventCfg.h"
 #include "events/ZoEDlgEventsCfg.h"
+#include "platform/drivers/ZoDeviceTreePanel.h"
+#include "platform/drivers/ZoSelectDriver.h"
 #include "support/ScriptedAnswerer.h"
 
 #include <QAbstractItemModelTester>
@@ -151,6 +153,31 @@ TEST_F(HostUses, TheEventsListShowsTheUsesOfAnEventAndSelectsTheOneChosen)
     demo.window.OnEventsList();
     EXPECT_EQ(modal.Classes(), (QStringList{"ZoEDlgEventsCfg", "UsesWindow"}));
     EXPECT_EQ(selected, "Tank overflow");
+}
+
+TEST_F(HostUses, TheVariableChooserShowsWhereItsCurrentVariableIsUsed)
+{
+    ScriptedAnswerer answers;
+    DemoWindow demo;
+    ZoSelectDriver chooser(nullptr, ZoSelectDriver::Mode::Variable);
+    chooser.SetInitial(L"PUMP1.START_CMD");
+    chooser.EnsureInitialized();
+    auto* button = chooser.findChild<QPushButton*>("whereUsedButton");
+    ASSERT_TRUE(button);
+    EXPECT_TRUE(button->isEnabled());
+    EXPECT_TRUE(button->text().contains('&'));
+    ModalScript modal(ModalScript::As<UsesWindow>([](UsesWindow& window) {
+        EXPECT_EQ(window.findChild<QLineEdit*>("referenceEdit")->text(), "[PUMP1.START_CMD]");
+        EXPECT_EQ(window.Model().rowCount(), 3);
+        return ModalScript::Reject()(window);
+    }));
+    button->click();
+    EXPECT_EQ(modal.Classes(), QStringList{"UsesWindow"});
+    // Without a host there is no button.
+    ZoSelectDriver::SetWhereUsed({});
+    ZoSelectDriver plain(nullptr, ZoSelectDriver::Mode::Device);
+    plain.EnsureInitialized();
+    EXPECT_EQ(plain.findChild<QPushButton*>("whereUsedButton"), nullptr);
 }
 
 } // namespace
