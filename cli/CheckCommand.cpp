@@ -70,17 +70,11 @@ int RunCheckCommand(QStringList const& arguments, std::FILE* out, std::FILE* err
 {
     CheckArguments parsed;
     QString usage;
-    if (!ParseArguments(arguments, parsed, usage)) {
-        WriteLine(err, "zoevents check: " + usage.toStdString());
-        WriteLine(err, kCheckUsage);
+    if (!ParseArguments(arguments, parsed, usage))
+        return CommandLineError("check", usage, kCheckUsage, err);
+    std::unique_ptr<ProjectFolder> project = OpenCommandProject("check", parsed.folder, err);
+    if (!project)
         return 2;
-    }
-    std::wstring error;
-    std::unique_ptr<ProjectFolder> project = ProjectFolder::Open(parsed.folder, error);
-    if (!project) {
-        WriteLine(err, "zoevents check: " + ZoCliText(error));
-        return 2;
-    }
     LoadUsersOf(*project);
     ZoProjectDocs docs;
     docs.events = project->Events().Root();

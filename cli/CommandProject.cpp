@@ -1,5 +1,6 @@
 #include "CommandProject.h"
 
+#include "CliText.h"
 #include "ProjectFileReader.h"
 #include "actions/ZoUsersDocument.h"
 #include "check/ZoCheckLines.h"
@@ -7,6 +8,22 @@
 #include <QDir>
 
 using zo::project::ProjectDoc;
+
+int CommandLineError(char const* command, QString const& problem, char const* usage, std::FILE* err)
+{
+    WriteLine(err, std::string("zoevents ") + command + ": " + problem.toStdString());
+    WriteLine(err, usage);
+    return 2;
+}
+
+std::unique_ptr<ProjectFolder> OpenCommandProject(char const* command, QString const& folder, std::FILE* err)
+{
+    std::wstring error;
+    std::unique_ptr<ProjectFolder> project = ProjectFolder::Open(folder, error);
+    if (!project)
+        WriteLine(err, std::string("zoevents ") + command + ": " + ZoCliText(error));
+    return project;
+}
 
 void LoadUsersOf(ProjectFolder& project)
 {

@@ -82,18 +82,13 @@ int RunRenameCommand(QStringList const& arguments, std::FILE* out, std::FILE* er
 {
     RenameArguments parsed;
     QString usage;
-    if (!ParseArguments(arguments, parsed, usage)) {
-        WriteLine(err, "zoevents rename: " + usage.toStdString());
-        WriteLine(err, kRenameUsage);
+    if (!ParseArguments(arguments, parsed, usage))
+        return CommandLineError("rename", usage, kRenameUsage, err);
+    std::unique_ptr<ProjectFolder> project = OpenCommandProject("rename", parsed.folder, err);
+    if (!project)
         return 2;
-    }
-    std::wstring error;
-    std::unique_ptr<ProjectFolder> project = ProjectFolder::Open(parsed.folder, error);
-    if (!project) {
-        WriteLine(err, "zoevents rename: " + ZoCliText(error));
-        return 2;
-    }
     ZoRenamePlan plan;
+    std::wstring error;
     if (!ZoPlanRename(project->Events(), project->Devices(), parsed.request, plan, error)) {
         WriteLine(err, "zoevents rename: " + ZoCliText(error));
         return 1;

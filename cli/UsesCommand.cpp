@@ -50,21 +50,16 @@ int RunUsesCommand(QStringList const& arguments, std::FILE* out, std::FILE* err)
 {
     UsesArguments parsed;
     QString usage;
-    if (!ParseArguments(arguments, parsed, usage)) {
-        WriteLine(err, "zoevents uses: " + usage.toStdString());
-        WriteLine(err, kUsesUsage);
+    if (!ParseArguments(arguments, parsed, usage))
+        return CommandLineError("uses", usage, kUsesUsage, err);
+    std::unique_ptr<ProjectFolder> project = OpenCommandProject("uses", parsed.folder, err);
+    if (!project)
         return 2;
-    }
-    std::wstring error;
-    std::unique_ptr<ProjectFolder> project = ProjectFolder::Open(parsed.folder, error);
-    if (!project) {
-        WriteLine(err, "zoevents uses: " + ZoCliText(error));
-        return 2;
-    }
     LoadUsersOf(*project);
     ZoUseDocs const docs{project->Events().Root(), project->TimeTables().Root(), project->Devices().Root(),
                          project->Users().Root()};
     ZoUseTarget target;
+    std::wstring error;
     if (!ZoReadUseTarget(parsed.reference.toStdWString(), docs, target, error)) {
         WriteLine(err, "zoevents uses: " + ZoCliText(error));
         return 2;
