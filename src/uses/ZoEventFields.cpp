@@ -127,34 +127,48 @@ void VisitActions(XmlNode const& event, Tags const& tags, FieldPlace place, Visi
     }
 }
 
+// The event's keys in the editor's order; each event's children are read once.
+enum Key { KName, KCondition, KConditionStop, KDelayActivate, KDelayDeactivate, KTimeTable, KGroups, KArguments,
+           KCount };
+
 void VisitEvent(XmlNode const& event, Tags const& tags, FieldPlace place, Visit const& visit)
 {
-    struct Simple {
-        void const* tag;
+    void const* const keyTags[KCount] = {tags.name,          tags.condition,       tags.conditionStop,
+                                         tags.delayActivate, tags.delayDeactivate, tags.timeTable,
+                                         tags.eventsGroups,  tags.arguments};
+    std::array<XmlNode const*, KCount> keys{};
+    for (XmlNode const* child = event.FirstChild(); child; child = child->NextSibling())
+        for (int key = 0; key < KCount; ++key)
+            if (child->TagKey() == keyTags[key] && keyTags[key]) {
+                if (!keys[key])
+                    keys[key] = child;
+                break;
+            }
+    static constexpr struct {
+        Key key;
         ZoCheckField field;
         FieldKind kind;
+    } kSimple[] = {
+        {KName, ZoCheckField::Name, FieldKind::EventName},
+        {KCondition, ZoCheckField::Condition, FieldKind::Formula},
+        {KConditionStop, ZoCheckField::StopCondition, FieldKind::Formula},
+        {KDelayActivate, ZoCheckField::DelayActivate, FieldKind::Formula},
+        {KDelayDeactivate, ZoCheckField::DelayDeactivate, FieldKind::Formula},
+        {KTimeTable, ZoCheckField::TimeTable, FieldKind::TimeTable},
     };
-    Simple const simple[] = {
-        {tags.name, ZoCheckField::Name, FieldKind::EventName},
-        {tags.condition, ZoCheckField::Condition, FieldKind::Formula},
-        {tags.conditionStop, ZoCheckField::StopCondition, FieldKind::Formula},
-        {tags.delayActivate, ZoCheckField::DelayActivate, FieldKind::Formula},
-        {tags.delayDeactivate, ZoCheckField::DelayDeactivate, FieldKind::Formula},
-        {tags.timeTable, ZoCheckField::TimeTable, FieldKind::TimeTable},
-    };
-    for (Simple const& one : simple) {
-        if (XmlNode const* node = ChildWith(event, one.tag)) {
-            place.field = one.field;
-            visit(place, one.kind, *node);
+    for (auto const& simple : kSimple) {
+        if (XmlNode const* node = keys[simple.key]) {
+            place.field = simple.field;
+            visit(place, simple.kind, *node);
         }
     }
-    if (XmlNode const* groups = ChildWith(event, tags.eventsGroups)) {
+    if (XmlNode const* groups = keys[KGroups]) {
         place.field = ZoCheckField::Groups;
         for (XmlNode const* group = groups->FirstChild(); group; group = group->NextSibling())
             if (group->TagKey() == tags.eventsGroup)
                 visit(place, FieldKind::Group, *group);
     }
-    if (XmlNode const* arguments = ChildWith(event, tags.arguments)) {
+    if (XmlNode const* arguments = keys[KArguments]) {
         place.field = ZoCheckField::Argument;
         place.index = 0;
         for (XmlNode const* argument = arguments->FirstChild(); argument; argument = argument->NextSibling()) {

@@ -218,4 +218,37 @@ TEST_F(RenameDemo, ARenameAndItsReverseRestoreTheFilesByteForByteAndTheCheckFind
     }
 }
 
+// The alarm rules read the catalog's kinds through the variables' names: a device renamed to
+// a name with points keeps every finding of the faulty example where it was.
+TEST(RenameFaulty, TheCheckFindsTheSameAfterADeviceGetsANameWithPoints)
+{
+    QTemporaryDir folder;
+    QDir const faulty(QStringLiteral(ZO_SOURCE_DIR "/examples/faulty"));
+    for (QString const& name : faulty.entryList(QDir::Files))
+        ASSERT_TRUE(QFile::copy(faulty.filePath(name), folder.filePath(name)));
+    std::wstring error;
+    std::unique_ptr<ProjectFolder> project = ProjectFolder::Open(folder.path(), error);
+    ASSERT_TRUE(project);
+    auto const faults = [&] {
+        ZoCheckOptions options;
+        options.from = QDate(2026, 1, 1);
+        std::multiset<std::string> found;
+        for (ZoFinding finding :
+             ZoCheckProject({project->Events().Root(), project->TimeTables().Root(), project->Devices().Root(),
+                             nullptr, project->Folder().toStdWString()},
+                            options)) {
+            finding.column = 0; // the new name is longer
+            found.insert(std::string(finding.rule) + " " + Utf8(finding.name) + " " + Utf8(ZoFieldText(finding)));
+        }
+        return found;
+    };
+    std::multiset<std::string> const before = faults();
+    EXPECT_EQ(before.count("chattering Flow chatter condition"), 1u);
+    ZoRenamePlan plan;
+    ASSERT_TRUE(ZoPlanRename(project->Events(), project->Devices(), {ZoRenameKind::Device, {}, L"PLC1", L"Line 2.A"},
+                             plan, error));
+    ZoApplyRename(plan.changes);
+    EXPECT_EQ(faults(), before);
+}
+
 } // namespace
