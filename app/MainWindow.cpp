@@ -425,6 +425,7 @@ void MainWindow::OnEventGroups()
     int result = QDialog::Rejected;
     {
         ZoEDlgEventGroupsCfg dialog(this, &events);
+        dialog.m_whereUsed = [this](QWidget* parent, QString const& reference) { PickUse(parent, reference); };
         result = dialog.DoModal();
     }
     bool const changed = events.JournalHasChanges();
@@ -450,6 +451,7 @@ void MainWindow::OnTimeTables()
     int result = QDialog::Rejected;
     {
         ZoDlgTimeTableSetup dialog(this, &timeTables);
+        dialog.m_whereUsed = [this](QWidget* parent, QString const& reference) { PickUse(parent, reference); };
         result = dialog.DoModal();
     }
     bool const changed = timeTables.JournalHasChanges();

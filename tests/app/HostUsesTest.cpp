@@ -6,6 +6,8 @@
 #include "UsesWindow.h"
 #include "editor/ZoEDlgEventCfg.h"
 #include "events/ZoEDlgEventsCfg.h"
+#include "groups/ZoEDlgEventGroupsCfg.h"
+#include "timetables/ZoDlgTimeTableSetup.h"
 #include "platform/drivers/ZoDeviceTreePanel.h"
 #include "platform/drivers/ZoSelectDriver.h"
 #include "support/ScriptedAnswerer.h"
@@ -178,6 +180,49 @@ TEST_F(HostUses, TheVariableChooserShowsWhereItsCurrentVariableIsUsed)
     ZoSelectDriver plain(nullptr, ZoSelectDriver::Mode::Device);
     plain.EnsureInitialized();
     EXPECT_EQ(plain.findChild<QPushButton*>("whereUsedButton"), nullptr);
+}
+
+// The step for the modal where-used window a dialog's "Where Used…" opens: the reference and
+// the number of rows it shows.
+ModalScript::Step ExpectUses(QString const& reference, int rows)
+{
+    return ModalScript::As<UsesWindow>([reference, rows](UsesWindow& window) {
+        EXPECT_EQ(window.findChild<QLineEdit*>("referenceEdit")->text(), reference);
+        EXPECT_EQ(window.Model().rowCount(), rows);
+        return ModalScript::Reject()(window);
+    });
+}
+
+void TriggerWhereUsed(QMenu* menu)
+{
+    QAction* uses = menu ? menu->findChild<QAction*>("whereUsedAction") : nullptr;
+    ASSERT_TRUE(uses);
+    uses->trigger();
+}
+
+TEST_F(HostUses, TheTimeTablesSetupAndTheGroupsDialogShowWhereTheSelectedOneIsUsed)
+{
+    ScriptedAnswerer answers;
+    DemoWindow demo;
+    ModalScript modal(ModalScript::As<ZoDlgTimeTableSetup>([](ZoDlgTimeTableSetup& setup) {
+        auto* list = setup.findChild<QTreeView*>("timeTablesList");
+        QModelIndexList const found =
+            list->model()->match(list->model()->index(0, 0), Qt::DisplayRole, "Operations week", 1, Qt::MatchExactly);
+        EXPECT_EQ(found.size(), 1);
+        list->selectionModel()->select(found.value(0), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        TriggerWhereUsed(setup.CreateContextMenu().get());
+        return ModalScript::Reject()(setup);
+    }));
+    modal.Then(ExpectUses("timetable:Operations week", 2));
+    modal.Then(ModalScript::As<ZoEDlgEventGroupsCfg>([](ZoEDlgEventGroupsCfg& groups) {
+        groups.SelectGroup("Pumps");
+        TriggerWhereUsed(groups.CreateContextMenu().get());
+        return ModalScript::Reject()(groups);
+    }));
+    modal.Then(ExpectUses("group:Pumps", 10));
+    demo.window.OnTimeTables();
+    demo.window.OnEventGroups();
+    EXPECT_EQ(modal.Classes(), (QStringList{"ZoDlgTimeTableSetup", "UsesWindow", "ZoEDlgEventGroupsCfg", "UsesWindow"}));
 }
 
 } // namespace
