@@ -4,6 +4,7 @@
 #include "EventChooserDlg.h"
 #include "ProblemsWindow.h"
 #include "ProjectCheckRunner.h"
+#include "UsesWindow.h"
 #include "ProjectFolder.h"
 #include "ProjectPanel.h"
 #include "ProjectSummary.h"
@@ -14,6 +15,7 @@
 #include "events/ZoEDlgEventsCfg.h"
 #include "groups/ZoEDlgEventGroupsCfg.h"
 #include "platform/drivers/ZoDeviceCatalog.h"
+#include "platform/drivers/ZoSelectDriver.h"
 #include "platform/drivers/ZoEventVariables.h"
 #include "platform/ui/ZoClipboard.h"
 #include "platform/tools/ZoUtf.h"
@@ -90,12 +92,15 @@ MainWindow::MainWindow(RecentFolders recent, QWidget* parent)
     UpdatePanel();
     UpdateActions();
     UpdateTitle();
+    // The device and variable choosers show where their current row is used.
+    ZoSelectDriver::SetWhereUsed([this](QWidget* parent, QString const& reference) { PickUse(parent, reference); });
 }
 
 MainWindow::~MainWindow()
 {
     // The check under way reads the project's documents: it ends before they go.
     m_checkRunner->Stop();
+    ZoSelectDriver::SetWhereUsed({});
 }
 
 void MainWindow::CreateActions()
@@ -133,6 +138,12 @@ void MainWindow::CreateActions()
     m_checkProject = NewAction(this, 64572, "checkProjectAction");
     m_checkProject->setShortcut(QKeySequence(Qt::Key_F7));
     connect(m_checkProject, &QAction::triggered, this, &MainWindow::OnCheckProject);
+    m_whereUsed = NewAction(this, 64767, "whereUsedAction");
+    m_whereUsed->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_U));
+    connect(m_whereUsed, &QAction::triggered, this, [this] { OnWhereUsed(); });
+    m_rename = NewAction(this, 64768, "renameAction");
+    m_rename->setShortcut(QKeySequence(Qt::Key_F2));
+    connect(m_rename, &QAction::triggered, this, &MainWindow::OnRename);
 
     m_about = NewAction(this, 60015, "aboutAction");
     m_about->setMenuRole(QAction::AboutRole);
@@ -160,6 +171,8 @@ void MainWindow::CreateMenus()
     events->addAction(m_eventVariables);
     events->addSeparator();
     events->addAction(m_checkProject);
+    events->addAction(m_whereUsed);
+    events->addAction(m_rename);
 
     QMenu* help = menuBar()->addMenu(ZoText(60014));
     help->addAction(m_about);
@@ -194,6 +207,8 @@ void MainWindow::UpdateActions()
     m_timeTables->setEnabled(open);
     m_timeSlot->setEnabled(open);
     m_checkProject->setEnabled(open);
+    m_whereUsed->setEnabled(open);
+    m_rename->setEnabled(open);
     m_save->setEnabled(open && HasUnsavedChanges());
 }
 
@@ -249,6 +264,8 @@ bool MainWindow::OpenFolder(QString const& folder)
     m_checker.reset();
     if (m_problems)
         m_problems->close();
+    if (m_uses)
+        m_uses->close();
     ZoVelmoraSetup::instance().SetCfgPath(m_project->Folder().toStdWString());
     ZoEventSystem::instance()->SetFeedAvailable(m_project->FeedAvailable());
     // Formulas resolve their variables in the project's devices and events.
@@ -338,6 +355,7 @@ void MainWindow::OnEventsList()
     int result = QDialog::Rejected;
     {
         ZoEDlgEventsCfg dialog(this, project.DeviceGroups(), &events, &project.TimeTables(), &project.Users());
+        dialog.m_whereUsed = [this](QWidget* parent, XmlNode const* event) { return ChooseAmongUses(parent, event); };
         result = dialog.DoModal();
     }
     bool keep = result == QDialog::Accepted;
@@ -429,6 +447,7 @@ void MainWindow::OnEventGroups()
     int result = QDialog::Rejected;
     {
         ZoEDlgEventGroupsCfg dialog(this, &events);
+        dialog.m_whereUsed = [this](QWidget* parent, QString const& reference) { PickUse(parent, reference); };
         result = dialog.DoModal();
     }
     bool const changed = events.JournalHasChanges();
@@ -454,6 +473,7 @@ void MainWindow::OnTimeTables()
     int result = QDialog::Rejected;
     {
         ZoDlgTimeTableSetup dialog(this, &timeTables);
+        dialog.m_whereUsed = [this](QWidget* parent, QString const& reference) { PickUse(parent, reference); };
         result = dialog.DoModal();
     }
     bool const changed = timeTables.JournalHasChanges();
@@ -612,16 +632,23 @@ void MainWindow::OnCheckProject()
     m_problems->activateWindow();
 }
 
+bool MainWindow::OpenAtFinding(ZoFinding const& finding)
+{
+    if (!m_project || finding.subject != ZoCheckSubject::Event || finding.path.size() != 2)
+        return false;
+    std::uint32_t const position = finding.path[1];
+    return EditEvent([position](XmlNode* root) { return ChildAt(root, position); }, EditorControl(finding),
+                     finding.field == ZoCheckField::Action ? finding.moment : -1);
+}
+
 void MainWindow::OnOpenProblem(ZoFinding const& finding)
 {
-    if (!m_project || !m_checker || finding.subject != ZoCheckSubject::Event || finding.path.size() != 2)
+    if (!m_checker)
         return;
-    std::uint32_t const position = finding.path[1];
-    bool const changed = EditEvent([position](XmlNode* root) { return ChildAt(root, position); },
-                                   EditorControl(finding), finding.field == ZoCheckField::Action ? finding.moment : -1);
+    bool const changed = OpenAtFinding(finding);
     // The event is checked again at once; the whole project follows in idle time.
     if (changed && m_problems)
-        m_problems->ReplaceEventFindings(position, m_checker->CheckEvent(position));
+        m_problems->ReplaceEventFindings(finding.path[1], m_checker->CheckEvent(finding.path[1]));
 }
 
 void MainWindow::StartCheck()

@@ -8,9 +8,11 @@
 #include <functional>
 #include <initializer_list>
 #include <memory>
+#include <optional>
 
 class ProblemsWindow;
 class ProjectCheckRunner;
+class UsesWindow;
 class ProjectFolder;
 class ProjectPanel;
 class ZoProjectChecker;
@@ -23,7 +25,8 @@ class QMenu;
 //
 // Object names of the actions: openFolderAction, recentMenu, clearRecentAction, saveAction,
 // quitAction, eventsAction, editEventAction, eventGroupsAction, timeTablesAction,
-// timeSlotAction, eventVariablesAction, checkProjectAction, aboutAction.
+// timeSlotAction, eventVariablesAction, checkProjectAction, whereUsedAction, renameAction,
+// aboutAction.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 public:
@@ -52,6 +55,13 @@ public:
     ProblemsWindow* Problems() const { return m_problems; }
     // The check that runs in idle time after every save.
     ProjectCheckRunner* CheckRunner() const { return m_checkRunner; }
+    // Events > Where Used… (Ctrl+Shift+U): the where-used window, with reference looked up
+    // when one is given.
+    void OnWhereUsed(QString const& reference = {});
+    UsesWindow* Uses() const { return m_uses; }
+    // Events > Rename… (F2): the rename dialog, preset when a kind and old name are given; the
+    // changes it plans are applied in one journal and the files they touch saved together.
+    void OnRename();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -78,6 +88,16 @@ private:
     // for the status bar after a save; an open Problems window is filled again).
     void StartCheck();
     void OnCheckFinished();
+    // Opens the event a finding or use is about at its field; true when the event changed.
+    bool OpenAtFinding(ZoFinding const& finding);
+    // The where-used window's requests (MainWindowUses.cpp).
+    void OnFindUses(QString const& reference);
+    void OnOpenUse(ZoFinding const& use);
+    // A modal where-used window over the live documents (from a dialog whose changes are not
+    // applied yet: the events list, the choosers); the use Enter picked, if any.
+    std::optional<ZoFinding> PickUse(QWidget* parent, QString const& reference);
+    // The events list's "Where Used…": the uses of event, the event picked among them.
+    XmlDocument::XmlNode const* ChooseAmongUses(QWidget* parent, XmlDocument::XmlNode const* event);
 
     RecentFolders m_recent;
     std::unique_ptr<ProjectFolder> m_project;
@@ -95,8 +115,11 @@ private:
     QAction* m_timeSlot = nullptr;
     QAction* m_eventVariables = nullptr;
     QAction* m_checkProject = nullptr;
+    QAction* m_whereUsed = nullptr;
+    QAction* m_rename = nullptr;
     QAction* m_about = nullptr;
     ProblemsWindow* m_problems = nullptr;
+    UsesWindow* m_uses = nullptr;
     std::unique_ptr<ZoProjectChecker> m_checker; // of the findings the Problems window shows
     ProjectCheckRunner* m_checkRunner = nullptr;
     bool m_countsAfterSave = false; // the status bar shows the counts when the check ends

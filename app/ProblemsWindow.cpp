@@ -10,7 +10,6 @@
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QPushButton>
 #include <QTreeView>
 #include <QVBoxLayout>
@@ -115,14 +114,7 @@ void ProblemsWindow::OpenCurrent()
 
 bool ProblemsWindow::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == m_list && event->type() == QEvent::KeyPress) {
-        auto* key = static_cast<QKeyEvent*>(event);
-        if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
-            OpenCurrent();
-            return true;
-        }
-    }
-    if (ZoListViewportEvent(m_list, watched, event, nullptr, [this] { OpenCurrent(); }))
+    if (ZoResultsListEvent(m_list, watched, event, [this] { OpenCurrent(); }))
         return true;
     return QDialog::eventFilter(watched, event);
 }

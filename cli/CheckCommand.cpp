@@ -1,20 +1,11 @@
 #include "CheckCommand.h"
 
 #include "CliText.h"
-#include "ProjectFileReader.h"
-#include "ProjectFolder.h"
-#include "actions/ZoUsersDocument.h"
-#include "check/ZoCheckLines.h"
+#include "CommandProject.h"
 #include "check/ZoCheckReport.h"
 #include "check/ZoProjectChecker.h"
 
 #include <QDir>
-#include <QFile>
-
-#include <sys/mman.h>
-#include <unistd.h>
-
-using zo::project::ProjectDoc;
 
 namespace {
 
@@ -71,53 +62,18 @@ bool ParseArguments(QStringList const& arguments, CheckArguments& parsed, QStrin
     return true;
 }
 
-// The users file as the mail and SMS editors read it; a missing or broken file counts as
-// no users.
-void LoadUsers(ProjectFolder& project)
-{
-    XmlDocument& users = project.Users();
-    if (!ZoLoadUsersFile(users, project.FilePath(ProjectDoc::Users).toStdWString()))
-        users.Create(kUsersRootTag);
-}
-
-// The lines of the findings, from the files as they are on disk now (mapped one at a time,
-// once the project's tree is gone, so that a large project is never held twice; the open
-// has already refused what cannot be read).
-void FindLines(QString const& folder, std::vector<ZoFinding>& findings)
-{
-    for (ProjectDoc doc : {ProjectDoc::Events, ProjectDoc::TimeTables, ProjectDoc::Devices}) {
-        QFile file(QDir(folder).filePath(QString::fromWCharArray(zo::project::FileName(doc))));
-        if (!file.open(QIODevice::ReadOnly) || file.size() == 0)
-            continue;
-        if (uchar* data = file.map(0, file.size())) {
-            // The pages read are handed back as the scan goes on: a large file is never
-            // resident whole beside the findings.
-            std::size_t const page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
-            ZoFindLines(findings, doc, reinterpret_cast<char const*>(data), static_cast<std::size_t>(file.size()),
-                        [data, page](std::size_t consumed) { madvise(data, consumed / page * page, MADV_DONTNEED); });
-            file.unmap(data);
-        }
-    }
-}
-
 } // namespace
 
 int RunCheckCommand(QStringList const& arguments, std::FILE* out, std::FILE* err)
 {
     CheckArguments parsed;
     QString usage;
-    if (!ParseArguments(arguments, parsed, usage)) {
-        WriteLine(err, "zoevents check: " + usage.toStdString());
-        WriteLine(err, kCheckUsage);
+    if (!ParseArguments(arguments, parsed, usage))
+        return CommandLineError("check", usage, kCheckUsage, err);
+    std::unique_ptr<ProjectFolder> project = OpenCommandProject("check", parsed.folder, err);
+    if (!project)
         return 2;
-    }
-    std::wstring error;
-    std::unique_ptr<ProjectFolder> project = ProjectFolder::Open(parsed.folder, error);
-    if (!project) {
-        WriteLine(err, "zoevents check: " + ZoCliText(error));
-        return 2;
-    }
-    LoadUsers(*project);
+    LoadUsersOf(*project);
     ZoProjectDocs docs;
     docs.events = project->Events().Root();
     docs.timeTables = project->TimeTables().Root();
@@ -129,7 +85,7 @@ int RunCheckCommand(QStringList const& arguments, std::FILE* out, std::FILE* err
     std::vector<ZoFinding> findings = ZoCheckProject(docs, options);
     QString const folder = project->Folder();
     project.reset();
-    FindLines(folder, findings);
+    FindLinesIn(folder, findings);
 
     if (parsed.json) {
         std::string const json = ZoFindingsJson(QDir::toNativeSeparators(folder).toStdWString(), findings);

@@ -1,8 +1,12 @@
 // zoevents: the project editor's command-line program, for build servers and scripts.
 // Subcommands:
 //   check   every fault of a project folder (docs/check.md)
+//   uses    every place that uses a device, variable, event, time table... (docs/uses.md)
+//   rename  a device, a variable code or an event, with every reference to it
 #include "CheckCommand.h"
 #include "CliText.h"
+#include "RenameCommand.h"
+#include "UsesCommand.h"
 
 #include <QCoreApplication>
 
@@ -13,6 +17,8 @@ namespace {
 constexpr char const* kUsage = "usage: zoevents COMMAND [OPTIONS] FOLDER\n"
                                "commands:\n"
                                "  check   report every fault of a project folder (see docs/check.md)\n"
+                               "  uses    list every place that uses a reference (see docs/uses.md)\n"
+                               "  rename  rename a device, a variable code or an event everywhere\n"
                                "run 'zoevents COMMAND --help' for the options of a command";
 
 } // namespace
@@ -39,6 +45,21 @@ int main(int argc, char* argv[])
             return 0;
         }
         return RunCheckCommand(arguments, stdout, stderr);
+    }
+    struct Command {
+        char const* name;
+        char const* usage;
+        int (*run)(QStringList const&, std::FILE*, std::FILE*);
+    };
+    for (Command const& other : {Command{"uses", kUsesUsage, RunUsesCommand},
+                                 Command{"rename", kRenameUsage, RunRenameCommand}}) {
+        if (command != QLatin1String(other.name))
+            continue;
+        if (arguments.contains("--help") || arguments.contains("-h")) {
+            WriteLine(stdout, other.usage);
+            return 0;
+        }
+        return other.run(arguments, stdout, stderr);
     }
     WriteLine(stderr, "zoevents: unknown command '" + command.toStdString() + "'");
     WriteLine(stderr, kUsage);

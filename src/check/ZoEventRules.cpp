@@ -1,5 +1,6 @@
 // The rules over one event's identity, formulas and references.
 #include "check/ZoCheckContext.h"
+#include "platform/formula/ZoVariableName.h"
 #include "check/ZoFormulaShape.h"
 
 #include "editor/ZoFormulaFaults.h"
@@ -146,11 +147,11 @@ bool IsConstant(ZoEvaluator& evaluator, std::wstring_view condition, bool readsV
 std::wstring AnalogVariable(Context& context, std::vector<ZoBasicString<wchar_t>> const& variables)
 {
     for (auto const& name : variables) {
-        std::size_t const dot = name.find(L'.');
-        if (dot == std::wstring::npos)
+        // A device's name may hold points: it ends at the last one.
+        ZoVariableNameParts parts;
+        if (!ZoSplitVariableName(name, parts))
             continue;
-        std::wstring_view const whole = name;
-        ZoVariableInfo const* info = context.catalog->FindVariable(whole.substr(0, dot), whole.substr(dot + 1));
+        ZoVariableInfo const* info = context.catalog->FindVariable(parts.device, parts.code);
         if (info && (info->kind == kZoAnalog || info->kind == kZoCounter))
             return L"[" + name + L"]";
     }

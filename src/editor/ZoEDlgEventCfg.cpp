@@ -9,6 +9,9 @@
 #include "platform/ui/ZoListView.h"
 #include "platform/ui/ZoMessage.h"
 #include "platform/ui/ZoWizardButton.h"
+#include "platform/tools/ZoFormat.h"
+#include "platform/tools/ZoUtf.h"
+#include "uses/ZoRename.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -401,9 +404,33 @@ void ZoEDlgEventCfg::OnOK()
     // A non-zero focus code opened the event to show a place: OK only closes.
     if (m_focusCode == 0 && !IsValid())
         return;
+    std::wstring const oldName = ZoFromUtf8(m_event->ValueUtf8(L"name"));
+    bool const updateReferences = m_focusCode == 0 && AskToUpdateReferences(oldName);
     if (m_focusCode == 0 && HasChanged())
         UpdateCfg();
+    // Read again after the event was written, so that its own references are found too.
+    if (updateReferences)
+        ZoApplyRename(ZoEventReferenceChanges(*m_eventsRoot->Document(), oldName, TextOf(m_name)));
     ZoDialog::accept();
+}
+
+// A new name: when other events refer to the event by its old name, asks whether to update
+// their references (the number of them in the question).
+bool ZoEDlgEventCfg::AskToUpdateReferences(std::wstring const& oldName)
+{
+    std::wstring const newName = TextOf(m_name);
+    if (!m_eventsRoot || oldName.empty() || newName == oldName)
+        return false;
+    int others = 0;
+    for (ZoRenameChange const& change : ZoEventReferenceChanges(*m_eventsRoot->Document(), oldName, newName)) {
+        XmlNode const* node = change.node;
+        while (node && node != m_event)
+            node = node->Parent();
+        if (!node)
+            others += change.count;
+    }
+    return others > 0 &&
+        ZoAskYesNoText(this, 64730, ZoFormat(ZoLoadString(64730).c_str(), oldName.c_str(), others, newName.c_str()));
 }
 
 // ---- validation -------------------------------------------------------------------------

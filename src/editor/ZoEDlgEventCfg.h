@@ -87,6 +87,7 @@ public:
     // are asked about one after the other (Yes goes on). Shows its messages, the tab and
     // the field concerned.
     bool IsValid();
+    bool AskToUpdateReferences(std::wstring const& oldName);
     // Whether every checked action passes or was accepted by the user.
     bool IsValidActions();
     // One action of list (0 `actions`, 1 `clientActions`) at moment (0..3).

@@ -368,6 +368,14 @@ std::unique_ptr<QMenu> ZoEDlgEventsCfg::CreateContextMenu()
     QAction* search = menu->addAction(ZoText(34894) + QStringLiteral("\tCtrl+F"), this,
                                       &ZoEDlgEventsCfg::OnGroupsSearchReplace);
     search->setObjectName(QStringLiteral("searchAction"));
+    if (m_whereUsed && !rows.empty()) {
+        XmlNode const* event = m_model->EventAt(rows.front());
+        QAction* uses = menu->addAction(ZoText(64767), this, [this, event] {
+            if (XmlNode const* chosen = m_whereUsed(this, event))
+                SelectEvent(chosen);
+        });
+        uses->setObjectName(QStringLiteral("whereUsedAction"));
+    }
     return menu;
 }
 

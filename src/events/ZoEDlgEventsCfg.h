@@ -1,6 +1,7 @@
 #pragma once
 #include "config/XmlDocument.h"
 #include "platform/ui/ZoModal.h"
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -44,6 +45,11 @@ public:
     void CopyToClipboard();
     // Ctrl+V: pastes the events of an events clipboard; anything else is ignored.
     void PasteFromClipboard();
+
+    // Set by the host to offer "Where Used…" in the context menu: shows the uses of the first
+    // selected event (parent: this list) and returns the event the user picked among them,
+    // which the list then selects, or null.
+    std::function<XmlNode const*(QWidget* parent, XmlNode const* event)> m_whereUsed;
 
     // The list's context menu as a right click shows it (copy, paste, search in groups).
     // Opening it records the search start position. OnRclickZoeList pops it up.

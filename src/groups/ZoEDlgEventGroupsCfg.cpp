@@ -14,6 +14,7 @@
 #include <QEvent>
 #include <QGroupBox>
 #include <QHeaderView>
+#include <QMenu>
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QTreeView>
@@ -61,6 +62,11 @@ ZoEDlgEventGroupsCfg::ZoEDlgEventGroupsCfg(QWidget* parent, XmlDocument* eventsC
     m_list = ZoNewListView(m_groupsBox, "groupsList", m_model);
     m_list->setIconSize(QSize(16, 16));
     m_list->setSortingEnabled(false); // a heading click refills the list in the other order
+    m_list->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_list, &QWidget::customContextMenuRequested, this, [this](QPoint const& position) {
+        if (std::unique_ptr<QMenu> menu = CreateContextMenu())
+            menu->exec(m_list->viewport()->mapToGlobal(position));
+    });
     m_list->header()->setSectionsClickable(true);
     m_list->header()->setSortIndicatorShown(true);
     m_list->header()->setStretchLastSection(true);
@@ -202,6 +208,18 @@ void ZoEDlgEventGroupsCfg::UpdateButtons()
     m_deleteButton->setEnabled(!rows.empty());
     m_addMemberButton->setEnabled(record && record->members.size() < std::size_t(std::max(0, m_eventCount)));
     m_removeMemberButton->setEnabled(record && m_memberList->selectionModel()->hasSelection());
+}
+
+std::unique_ptr<QMenu> ZoEDlgEventGroupsCfg::CreateContextMenu()
+{
+    std::vector<int> const rows = SelectedGroupRows();
+    if (!m_whereUsed || rows.size() != 1)
+        return nullptr;
+    auto menu = std::make_unique<QMenu>(this);
+    QString const reference = QStringLiteral("group:") + m_model->index(rows.front(), 0).data().toString();
+    QAction* uses = menu->addAction(ZoText(64767), this, [this, reference] { m_whereUsed(this, reference); });
+    uses->setObjectName(QStringLiteral("whereUsedAction"));
+    return menu;
 }
 
 std::vector<int> ZoEDlgEventGroupsCfg::SelectedGroupRows() const

@@ -2,6 +2,9 @@
 #include "config/XmlDocument.h"
 #include "platform/ui/ZoModal.h"
 #include "platform/ui/ZoMnemonics.h"
+
+#include <functional>
+#include <memory>
 #include <vector>
 
 class EventGroupsModel;
@@ -28,6 +31,8 @@ class QTreeView;
 //
 // Object names: groupsBox, groupsList, addButton, modifyButton, deleteButton, membersBox,
 // membersList, addMemberButton, removeMemberButton, okButton, cancelButton.
+class QMenu;
+
 class ZoEDlgEventGroupsCfg : public ZoDialog {
     Q_OBJECT
 public:
@@ -37,6 +42,12 @@ public:
     bool IsModified() const { return m_modified; }
     // Selects the first group shown with this name (exact text); nothing when none is.
     void SelectGroup(QString const& name);
+
+    // Set by the host to offer "Where Used…" in the groups list's context menu for one
+    // selected group: shows the uses of "group:NAME" (parent: this dialog).
+    std::function<void(QWidget* parent, QString const& reference)> m_whereUsed;
+    // The groups list's context menu; null when it would be empty.
+    std::unique_ptr<QMenu> CreateContextMenu();
 
 protected:
     void OnInitDialog() override;

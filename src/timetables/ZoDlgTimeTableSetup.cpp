@@ -311,8 +311,17 @@ std::unique_ptr<QMenu> ZoDlgTimeTableSetup::CreateContextMenu()
     bool const selected = !SelectedRows().empty();
     std::string buffer;
     bool const canPaste = GetFromClipboard(buffer, kClipboardSelector) >= 1 && IsTimeTablesClipboardText(buffer);
-    return ZoNewCopyPasteMenu(this, selected, canPaste, [this] { CopyToClipboard(); },
-                              [this] { PasteFromClipboard(); });
+    std::unique_ptr<QMenu> menu = ZoNewCopyPasteMenu(this, selected, canPaste, [this] { CopyToClipboard(); },
+                                                     [this] { PasteFromClipboard(); });
+    std::vector<int> const rows = SelectedRows();
+    if (m_whereUsed && rows.size() == 1) {
+        if (!menu)
+            menu = std::make_unique<QMenu>(this);
+        QString const reference = QStringLiteral("timetable:") + QString::fromStdWString(m_model->NameAt(rows.front()));
+        QAction* uses = menu->addAction(ZoText(64767), this, [this, reference] { m_whereUsed(this, reference); });
+        uses->setObjectName(QStringLiteral("whereUsedAction"));
+    }
+    return menu;
 }
 
 void ZoDlgTimeTableSetup::OnRclickZoeList(QPoint const& position)

@@ -1,6 +1,7 @@
 #pragma once
 #include "config/XmlDocument.h"
 #include "platform/ui/ZoModal.h"
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -51,6 +52,9 @@ public:
     // The context menu as a right click shows it: copy with a selection, paste when the
     // clipboard holds time tables; null when neither applies.
     std::unique_ptr<QMenu> CreateContextMenu();
+    // Set by the host to offer "Where Used…" in the context menu for one selected table:
+    // shows the uses of "timetable:NAME" (parent: this dialog).
+    std::function<void(QWidget* parent, QString const& reference)> m_whereUsed;
 
 protected:
     void OnInitDialog() override;

@@ -12,6 +12,21 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
+namespace {
+
+ZoSelectDriver::WhereUsed& WhereUsedHandler()
+{
+    static ZoSelectDriver::WhereUsed handler;
+    return handler;
+}
+
+} // namespace
+
+void ZoSelectDriver::SetWhereUsed(WhereUsed show)
+{
+    WhereUsedHandler() = std::move(show);
+}
+
 ZoSelectDriver::ZoSelectDriver(QWidget* parent, Mode mode, ZoTypeSet const& mask, bool writableOnly,
                                ZoDeviceCatalog const* catalog)
     : ZoDialog(parent)
@@ -62,6 +77,19 @@ void ZoSelectDriver::OnInitDialog()
     QPushButton* cancel = buttons->addButton(QString(), QDialogButtonBox::RejectRole);
     cancel->setObjectName(QStringLiteral("cancelButton"));
     cancel->setIcon(ZoImageIcon(L"CANCEL-16.png"));
+    if (WhereUsedHandler()) {
+        m_whereUsed = buttons->addButton(QString(), QDialogButtonBox::ActionRole);
+        m_whereUsed->setObjectName(QStringLiteral("whereUsedButton"));
+        m_whereUsed->setAutoDefault(false);
+        mnemonics.Set(m_whereUsed, ZoText(64769));
+        // A variable as formulas write it; a device by its prefix, since its name alone may
+        // look like a variable ("Line 2.A").
+        connect(m_whereUsed, &QPushButton::clicked, this, [this] {
+            QString const chosen = m_panel->ChosenReference();
+            if (!chosen.isEmpty() && WhereUsedHandler())
+                WhereUsedHandler()(this, m_mode == Mode::Variable ? "[" + chosen + "]" : "device:" + chosen);
+        });
+    }
     mnemonics.Set(m_ok, ZoText(311));
     mnemonics.Set(cancel, ZoText(312));
     m_panel = new ZoDeviceTreePanel(this, model, mnemonics, variables ? 62104 : 62105);
@@ -93,5 +121,8 @@ void ZoSelectDriver::accept()
 
 void ZoSelectDriver::UpdateButtons()
 {
-    m_ok->setEnabled(!m_panel->ChosenReference().isEmpty());
+    bool const chosen = !m_panel->ChosenReference().isEmpty();
+    m_ok->setEnabled(chosen);
+    if (m_whereUsed)
+        m_whereUsed->setEnabled(chosen);
 }

@@ -3,6 +3,8 @@
 #include "platform/tools/ZoBasicString.h"
 #include "platform/ui/ZoModal.h"
 
+#include <functional>
+
 class QPushButton;
 class ZoDeviceCatalog;
 class ZoDeviceTreePanel;
@@ -18,7 +20,8 @@ class ZoDeviceTreePanel;
 //
 // Runs through ZoRunModal (DoModal), so that tests script it.
 //
-// Object names: filterEdit, devicesTree, detailsText (ZoDeviceTreePanel), okButton, cancelButton.
+// Object names: filterEdit, devicesTree, detailsText (ZoDeviceTreePanel), okButton, cancelButton,
+// whereUsedButton.
 class ZoSelectDriver : public ZoDialog {
     Q_OBJECT
 public:
@@ -45,6 +48,12 @@ public:
     // Takes the current row; refuses to close on a row that cannot be chosen.
     void accept() override;
 
+    // Set by the host (empty: none): shows where a device ("device:NAME") or a variable
+    // ("[DEVICE.CODE]") is used. While one is set, every chooser has a Where Used… button
+    // (whereUsedButton) for its current row.
+    using WhereUsed = std::function<void(QWidget* parent, QString const& reference)>;
+    static void SetWhereUsed(WhereUsed show);
+
 protected:
     void OnInitDialog() override;
 
@@ -59,4 +68,5 @@ private:
     ZoBasicString<wchar_t> m_chosen;
     ZoDeviceTreePanel* m_panel = nullptr;
     QPushButton* m_ok = nullptr;
+    QPushButton* m_whereUsed = nullptr;
 };
