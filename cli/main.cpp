@@ -1,8 +1,10 @@
 // zoevents: the project editor's command-line program, for build servers and scripts.
 // Subcommands:
 //   check   every fault of a project folder (docs/check.md)
+//   export, import   the events as a spreadsheet (docs/spreadsheet.md)
 #include "CheckCommand.h"
 #include "CliText.h"
+#include "SheetCommands.h"
 
 #include <QCoreApplication>
 
@@ -13,6 +15,8 @@ namespace {
 constexpr char const* kUsage = "usage: zoevents COMMAND [OPTIONS] FOLDER\n"
                                "commands:\n"
                                "  check   report every fault of a project folder (see docs/check.md)\n"
+                               "  export  write the events as a spreadsheet (see docs/spreadsheet.md)\n"
+                               "  import  apply an edited spreadsheet of the events, with a preview\n"
                                "run 'zoevents COMMAND --help' for the options of a command";
 
 } // namespace
@@ -39,6 +43,14 @@ int main(int argc, char* argv[])
             return 0;
         }
         return RunCheckCommand(arguments, stdout, stderr);
+    }
+    if (command == "export" || command == "import") {
+        bool const import = command == "import";
+        if (arguments.contains("--help") || arguments.contains("-h")) {
+            WriteLine(stdout, import ? kImportUsage : kExportUsage);
+            return 0;
+        }
+        return import ? RunImportCommand(arguments, stdout, stderr) : RunExportCommand(arguments, stdout, stderr);
     }
     WriteLine(stderr, "zoevents: unknown command '" + command.toStdString() + "'");
     WriteLine(stderr, kUsage);
