@@ -22,7 +22,8 @@ class QMenu;
 //
 // Object names of the actions: openFolderAction, recentMenu, clearRecentAction, saveAction,
 // quitAction, eventsAction, editEventAction, eventGroupsAction, timeTablesAction,
-// timeSlotAction, eventVariablesAction, checkProjectAction, aboutAction.
+// timeSlotAction, eventVariablesAction, checkProjectAction, exportSheetAction,
+// importSheetAction, aboutAction.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 public:
@@ -46,6 +47,11 @@ public:
     void OnTimeSlot();
     // Events > Check Project (F7): checks the whole project and shows the Problems window.
     void OnCheckProject();
+    // Events > Export to Spreadsheet… and Import from Spreadsheet… (docs/spreadsheet.md):
+    // the file is chosen in a file dialog; the import shows its preview (SheetImportDlg)
+    // and, on its OK, applies it as one change and saves the events and the devices.
+    void OnExportSheet();
+    void OnImportSheet();
     void OnAbout();
     // The Problems window, once Check Project has opened it (null before).
     ProblemsWindow* Problems() const { return m_problems; }
@@ -91,6 +97,8 @@ private:
     QAction* m_timeSlot = nullptr;
     QAction* m_eventVariables = nullptr;
     QAction* m_checkProject = nullptr;
+    QAction* m_exportSheet = nullptr;
+    QAction* m_importSheet = nullptr;
     QAction* m_about = nullptr;
     ProblemsWindow* m_problems = nullptr;
     std::unique_ptr<ZoProjectChecker> m_checker; // of the findings the Problems window shows

@@ -24,6 +24,8 @@ struct ZoImportOptions {
     bool createGroups = false;  // create the groups that the sheet names and the project lacks
 };
 
+class ZoDeviceCatalog;
+
 // The documents an import reads and changes.
 struct ZoImportTarget {
     XmlDocument* events = nullptr;           // Events.zocfg
@@ -31,6 +33,7 @@ struct ZoImportTarget {
     XmlDocument* devices = nullptr;          // Devices.zocfg (new events are registered there)
     XmlDocument::XmlNode const* users = nullptr;
     std::wstring folder;                     // for the check's screens and reports
+    ZoDeviceCatalog const* catalog = nullptr; // the check's; null: built from the documents
 };
 
 // A row (or the whole sheet) that is refused.

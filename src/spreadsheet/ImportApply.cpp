@@ -284,7 +284,9 @@ void ZoCheckImport(ZoImportPlan& plan, ZoImportTarget const& target)
     docs.devices = target.devices ? target.devices->Root() : nullptr;
     docs.users = target.users;
     docs.folder = target.folder;
-    for (ZoFinding& finding : ZoCheckProject(docs)) {
+    ZoCheckOptions options;
+    options.catalog = target.catalog;
+    for (ZoFinding& finding : ZoCheckProject(docs, options)) {
         if (finding.file != zo::project::ProjectDoc::Events || finding.subject != ZoCheckSubject::Event
             || finding.path.size() < 2)
             continue;
