@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QSaveFile>
 
+#include <cstdio>
 #include <new>
 
 namespace {
@@ -24,8 +25,27 @@ bool Fail(QString const& path, std::wstring const& reason, std::wstring& error)
 bool ZoReadSheetFile(QString const& path, std::string& bytes, std::wstring& error)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    // "-" is the standard input, as programs of the command line read it.
+    bool const opened = path == QStringLiteral("-") ? file.open(stdin, QIODevice::ReadOnly) : file.open(QIODevice::ReadOnly);
+    if (!opened)
         return Fail(path, file.errorString().toStdWString(), error);
+    if (file.isSequential()) {
+        // A pipe: read until its end, never beyond the largest sheet.
+        std::size_t const limit = ZoCsvLimits().maxBytes;
+        bytes.clear();
+        char block[65536];
+        for (;;) {
+            qint64 const read = file.read(block, sizeof block);
+            if (read < 0)
+                return Fail(path, file.errorString().toStdWString(), error);
+            if (read == 0)
+                break; // the end of the pipe: a read waits for data until then
+            bytes.append(block, static_cast<std::size_t>(read));
+            if (bytes.size() > limit)
+                return Fail(path, ZoCsvFaultText(ZoCsvFault::TooLarge), error);
+        }
+        return true;
+    }
     qint64 const size = file.size();
     if (size < 0 || static_cast<quint64>(size) > ZoCsvLimits().maxBytes)
         return Fail(path, ZoCsvFaultText(ZoCsvFault::TooLarge), error);
