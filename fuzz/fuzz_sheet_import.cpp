@@ -96,6 +96,7 @@ void CheckReader(std::string const& sheet)
         return;
     std::string written;
     ZoCsvWriter writer(written);
+    writer.Begin(); // without the mark, a first cell that starts with U+FEFF would read as one
     for (std::size_t row = 0; row < table.RowCount(); ++row) {
         for (std::size_t cell = 0; cell < table.CellCount(row); ++cell)
             writer.Cell(table.Cell(row, cell));
