@@ -7,6 +7,8 @@
 #include "spreadsheet/EventsImport.h"
 #include "spreadsheet/SheetFile.h"
 
+#include <memory>
+
 namespace {
 
 struct SheetArguments {
@@ -54,23 +56,34 @@ void WriteWide(std::FILE* file, std::wstring const& text)
     WriteLine(file, ZoCliText(text));
 }
 
+// Reads the command line and opens the project folder; null (with the reason on err)
+// when either fails.
+std::unique_ptr<ProjectFolder> Start(QStringList const& arguments, bool import, SheetArguments& parsed,
+                                     std::FILE* err)
+{
+    std::string const command = import ? "zoevents import: " : "zoevents export: ";
+    QString usage;
+    if (!ParseArguments(arguments, import, parsed, usage)) {
+        WriteLine(err, command + usage.toStdString());
+        WriteLine(err, import ? kImportUsage : kExportUsage);
+        return nullptr;
+    }
+    std::wstring error;
+    std::unique_ptr<ProjectFolder> project = ProjectFolder::Open(parsed.positional.front(), error);
+    if (!project)
+        WriteLine(err, command + ZoCliText(error));
+    return project;
+}
+
 } // namespace
 
 int RunExportCommand(QStringList const& arguments, std::FILE* out, std::FILE* err)
 {
     SheetArguments parsed;
-    QString usage;
-    if (!ParseArguments(arguments, false, parsed, usage)) {
-        WriteLine(err, "zoevents export: " + usage.toStdString());
-        WriteLine(err, kExportUsage);
+    std::unique_ptr<ProjectFolder> const project = Start(arguments, false, parsed, err);
+    if (!project)
         return 2;
-    }
     std::wstring error;
-    std::unique_ptr<ProjectFolder> project = ProjectFolder::Open(parsed.positional.front(), error);
-    if (!project) {
-        WriteLine(err, "zoevents export: " + ZoCliText(error));
-        return 2;
-    }
     std::string sheet;
     std::size_t const count = ZoExportEvents(project->Events().Root(), project->TimeTables().Root(), sheet);
     if (parsed.output.isEmpty() || parsed.output == "-") {
@@ -87,18 +100,10 @@ int RunExportCommand(QStringList const& arguments, std::FILE* out, std::FILE* er
 int RunImportCommand(QStringList const& arguments, std::FILE* out, std::FILE* err)
 {
     SheetArguments parsed;
-    QString usage;
-    if (!ParseArguments(arguments, true, parsed, usage)) {
-        WriteLine(err, "zoevents import: " + usage.toStdString());
-        WriteLine(err, kImportUsage);
+    std::unique_ptr<ProjectFolder> const project = Start(arguments, true, parsed, err);
+    if (!project)
         return 2;
-    }
     std::wstring error;
-    std::unique_ptr<ProjectFolder> project = ProjectFolder::Open(parsed.positional[0], error);
-    if (!project) {
-        WriteLine(err, "zoevents import: " + ZoCliText(error));
-        return 2;
-    }
     std::string sheet;
     if (!ZoReadSheetFile(parsed.positional[1], sheet, error)) {
         WriteLine(err, "zoevents import: " + ZoCliText(error));

@@ -24,6 +24,16 @@ void SetKey(XmlNode& element, wchar_t const* key, std::string_view utf8)
     child->SetValueUtf8(utf8);
 }
 
+// Sets the key to the text, or removes it when the text is empty: the keys whose presence
+// means something (a stop condition switched on, a time table chosen).
+void SetOrEraseKey(XmlNode& element, wchar_t const* key, std::string_view utf8)
+{
+    if (utf8.empty())
+        element.EraseTag(key);
+    else
+        SetKey(element, key, utf8);
+}
+
 XmlNode& ChildOrNew(XmlNode& element, wchar_t const* tag)
 {
     XmlNode* child = element.Child(tag);
@@ -118,16 +128,10 @@ private:
             break;
         case ZoSheetColumn::StopCondition:
             // The element exists exactly when the stop condition is on.
-            if (change.after.empty())
-                event.EraseTag(L"conditionStop");
-            else
-                SetKey(event, L"conditionStop", change.after);
+            SetOrEraseKey(event, L"conditionStop", change.after);
             break;
         case ZoSheetColumn::TimeTable:
-            if (imported.timeTableId.empty())
-                event.EraseTag(L"timeTable");
-            else
-                SetKey(event, L"timeTable", imported.timeTableId);
+            SetOrEraseKey(event, L"timeTable", imported.timeTableId);
             break;
         case ZoSheetColumn::Groups:
             WriteGroups(event, imported.groups);
