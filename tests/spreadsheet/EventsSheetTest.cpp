@@ -4,6 +4,7 @@
 
 #include "spreadsheet/CsvReader.h"
 #include "spreadsheet/SheetColumns.h"
+#include "spreadsheet/SheetFile.h"
 
 #include <QRegularExpression>
 
@@ -180,6 +181,52 @@ TEST_F(DemoSheet, TheCheckReportsTheFindingsOfTheImportedRowsByTheirLine)
         QRegularExpression(R"(^Line 6: error: event "Pump 1 fault": condition, column \d+: .*NOPE.* \(unknown-variable\)$)")))
         << text;
     EXPECT_EQ(Event(L"Pump 1 fault")->Value(L"condition", L""), L"[PUMP1.FAULT] == 1");
+}
+
+} // namespace
+
+namespace {
+
+TEST_F(DemoSheet, HostileSheetsAreRefusedWithTheirLineAndReasonAndNothingIsApplied)
+{
+    // A 2 GB file is refused before a byte of it is read (the file is sparse).
+    QString const huge = m_dir.filePath("huge.csv");
+    {
+        QFile file(huge);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_TRUE(file.resize(qint64(2) << 30));
+    }
+    std::string bytes;
+    std::wstring error;
+    EXPECT_FALSE(ZoReadSheetFile(huge, bytes, error));
+    EXPECT_NE(Utf8(error).find("larger than 1 GiB"), std::string::npos) << Utf8(error);
+    EXPECT_TRUE(bytes.empty());
+    QFile::remove(huge);
+
+    std::string const header = Header();
+    std::string const wide = header.substr(0, header.size() - 2) + std::string(1000, ',') + "\r\n";
+    std::string const twoRenames = Replace(Replace(Export(), ",Tank overflow,", ",Same,"), ",Tank low level,", ",Same,");
+    struct Case {
+        std::string sheet;
+        std::string report;
+    } const cases[] = {
+        {header + ",\"" + std::string(2 << 20, 'x') + "\"\r\n", "Line 2, column 2: The cell is longer than 1 MiB.\n"},
+        {wide, "Line 1, column 1001: The row has more than 1000 columns.\n"},
+        {header + ",x,\"open\r\n", "Line 2, column 3: A quoted cell is not closed.\n"},
+        {header + std::string(",x\0y", 4) + "\r\n", "Line 2, column 2: The text holds a NUL character.\n"},
+        {header + ",\xC0\xAF\r\n", "Line 2, column 2: The text is not UTF-8. Save the sheet as CSV in UTF-8.\n"},
+        {twoRenames, "Line 3, column 2 (name): Another event is named \"Same\".\n"
+                     "Line 4, column 2 (name): Another event is named \"Same\".\n"},
+    };
+    for (Case const& c : cases) {
+        ZoImportPlan const plan = Plan(c.sheet, {true, true});
+        std::string const report = Report(plan);
+        EXPECT_TRUE(plan.Refused());
+        EXPECT_NE(report.find(c.report), std::string::npos) << report.substr(0, 400);
+        EXPECT_TRUE(ZoApplyImport(plan, Target()).empty());
+    }
+    EXPECT_FALSE(m_project->Events().JournalHasChanges());
+    EXPECT_EQ(Report(Plan(Export())), "0 added, 0 modified, 22 unchanged.\n");
 }
 
 } // namespace
