@@ -115,6 +115,12 @@ private:
 
     void ReadRow(std::size_t row)
     {
+        // Spreadsheet programs write rows of empty cells below the data: no event.
+        bool empty = true;
+        for (std::size_t cell = 0; empty && cell < m_table.CellCount(row); ++cell)
+            empty = ZoTrimBlanks(m_table.Cell(row, cell)).empty();
+        if (empty)
+            return;
         if (m_table.CellCount(row) > m_table.CellCount(0)) {
             for (std::size_t cell = m_table.CellCount(0); cell < m_table.CellCount(row); ++cell)
                 if (!m_table.Cell(row, cell).empty()) {

@@ -156,7 +156,8 @@ TEST_F(DemoSheet, ColumnsInAnyOrderUnknownOnesNamedMissingEventsDeletedWhenAsked
     std::string const sheet = "comment;NAME;id\n"
                               "keep;Tank high level;{E4A3F686-1418-5B42-A7E6-B943C7E7C0FF}\n"
                               "\n"
-                              "rename;Tank high;{9B743C11-7535-5B34-A39B-0F16A4EACD93}\n";
+                              "rename;Tank high;{9B743C11-7535-5B34-A39B-0F16A4EACD93}\n"
+                              ";;\n";
     ZoImportPlan plan = Plan(sheet, {true, false});
     ASSERT_FALSE(plan.Refused()) << Report(plan);
     std::string const report = Report(plan);
