@@ -134,7 +134,7 @@ private:
             return;
         }
         auto const found = m_byId.find(id);
-        if (found == m_byId.end() || id.empty()) {
+        if (found == m_byId.end()) {
             Fault(row, ZoSheetColumn::Id, ZoLoadString(64610));
             return;
         }
