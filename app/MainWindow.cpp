@@ -8,6 +8,7 @@
 #include "ProjectFolder.h"
 #include "ProjectPanel.h"
 #include "ProjectSummary.h"
+#include "SheetImportDlg.h"
 #include "actions/ZoUsersDocument.h"
 #include "check/ZoProjectChecker.h"
 #include "editor/ZoEDlgEventCfg.h"
@@ -19,6 +20,8 @@
 #include "platform/drivers/ZoEventVariables.h"
 #include "platform/ui/ZoClipboard.h"
 #include "platform/tools/ZoUtf.h"
+#include "spreadsheet/EventsExport.h"
+#include "spreadsheet/SheetFile.h"
 #include "timetables/DaySlotEditing.h"
 #include "timetables/ZoDlgTimeTableSetup.h"
 #include "variables/CDlgSelectVarEventsVariables.h"
@@ -144,6 +147,10 @@ void MainWindow::CreateActions()
     m_rename = NewAction(this, 64768, "renameAction");
     m_rename->setShortcut(QKeySequence(Qt::Key_F2));
     connect(m_rename, &QAction::triggered, this, &MainWindow::OnRename);
+    m_exportSheet = NewAction(this, 64680, "exportSheetAction");
+    connect(m_exportSheet, &QAction::triggered, this, &MainWindow::OnExportSheet);
+    m_importSheet = NewAction(this, 64681, "importSheetAction");
+    connect(m_importSheet, &QAction::triggered, this, &MainWindow::OnImportSheet);
 
     m_about = NewAction(this, 60015, "aboutAction");
     m_about->setMenuRole(QAction::AboutRole);
@@ -173,6 +180,9 @@ void MainWindow::CreateMenus()
     events->addAction(m_checkProject);
     events->addAction(m_whereUsed);
     events->addAction(m_rename);
+    events->addSeparator();
+    events->addAction(m_exportSheet);
+    events->addAction(m_importSheet);
 
     QMenu* help = menuBar()->addMenu(ZoText(60014));
     help->addAction(m_about);
@@ -209,6 +219,8 @@ void MainWindow::UpdateActions()
     m_checkProject->setEnabled(open);
     m_whereUsed->setEnabled(open);
     m_rename->setEnabled(open);
+    m_exportSheet->setEnabled(open);
+    m_importSheet->setEnabled(open);
     m_save->setEnabled(open && HasUnsavedChanges());
 }
 
@@ -675,4 +687,91 @@ void MainWindow::OnCheckFinished()
         QString const text = QString::fromStdWString(ZoFormat(ZoLoadString(64573).c_str(), counts.errors, counts.warnings));
         statusBar()->showMessage(ZoText(60054) + " " + text, 10000);
     }
+}
+
+namespace {
+
+// A file chosen in a file dialog run through the modal runner; empty when cancelled.
+QString ChooseSheetFile(QWidget* parent, unsigned title, char const* objectName, bool save, QString const& folder)
+{
+    QFileDialog dialog(parent, ZoText(title));
+    dialog.setObjectName(QString::fromLatin1(objectName));
+    dialog.setNameFilters(ZoText(64684).split(QStringLiteral(";;")));
+    dialog.setDirectory(folder);
+    if (save) {
+        dialog.setAcceptMode(QFileDialog::AcceptSave);
+        dialog.setFileMode(QFileDialog::AnyFile);
+        dialog.setDefaultSuffix(QStringLiteral("csv"));
+    } else {
+        dialog.setFileMode(QFileDialog::ExistingFile);
+    }
+    if (ZoRunModal(dialog) != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return {};
+    return dialog.selectedFiles().first();
+}
+
+} // namespace
+
+void MainWindow::OnExportSheet()
+{
+    if (!m_project)
+        return;
+    QString const path = ChooseSheetFile(this, 64682, "exportSheetDialog", true, m_project->Folder());
+    if (path.isEmpty())
+        return;
+    std::string sheet;
+    std::size_t const count = ZoExportEvents(m_project->Events().Root(), m_project->TimeTables().Root(), sheet);
+    std::wstring error;
+    if (!ZoWriteSheetFile(path, sheet, error)) {
+        ZoShowMessageText(this, 64686, ZoFormat(ZoLoadString(64686).c_str(), error.c_str()), ZoMsgIcon::Error);
+        return;
+    }
+    statusBar()->showMessage(QString::fromStdWString(ZoFormat(ZoLoadString(64685).c_str(), static_cast<int>(count),
+                                                              NativePath(path).c_str())),
+                             10000);
+}
+
+void MainWindow::OnImportSheet()
+{
+    if (!m_project)
+        return;
+    ProjectFolder& project = *m_project;
+    QString const path = ChooseSheetFile(this, 64683, "importSheetDialog", false, project.Folder());
+    if (path.isEmpty())
+        return;
+    std::string sheet;
+    std::wstring error;
+    if (!ZoReadSheetFile(path, sheet, error)) {
+        ZoShowMessageText(this, 64687, ZoFormat(ZoLoadString(64687).c_str(), error.c_str()), ZoMsgIcon::Error);
+        return;
+    }
+    // Mail and SMS recipients of the imported events are checked against the users file.
+    ZoEnsureUsersLoaded(this, &project.Users());
+    ZoImportTarget target;
+    target.events = &project.Events();
+    target.timeTables = &project.TimeTables();
+    target.devices = &project.Devices();
+    target.users = project.Users().Root();
+    target.folder = project.Folder().toStdWString();
+    target.catalog = ZoDeviceCatalog::Installed();
+    SheetImportDlg dialog(this, path, std::move(sheet), target);
+    if (dialog.DoModal() != QDialog::Accepted || dialog.Plan().Refused() || !dialog.Plan().ChangesAnything())
+        return;
+    // One change of both documents, saved together as after the events list.
+    XmlDocument& events = project.Events();
+    XmlDocument& devices = project.Devices();
+    events.BeginJournal();
+    devices.BeginJournal();
+    ZoApplyImport(dialog.Plan(), target);
+    events.EndJournal();
+    devices.EndJournal();
+    QString const counts = QString::fromStdWString(ZoImportCounts(dialog.Plan()));
+    SaveDocuments({ProjectDoc::Events, ProjectDoc::Devices});
+    ZoRefreshProjectEvents(events.Root());
+    UpdatePanel();
+    UpdateActions();
+    if (!HasUnsavedChanges())
+        statusBar()->showMessage(QString::fromStdWString(ZoFormat(ZoLoadString(64688).c_str(),
+                                                                  counts.toStdWString().c_str())),
+                                 10000);
 }

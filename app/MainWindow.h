@@ -26,7 +26,7 @@ class QMenu;
 // Object names of the actions: openFolderAction, recentMenu, clearRecentAction, saveAction,
 // quitAction, eventsAction, editEventAction, eventGroupsAction, timeTablesAction,
 // timeSlotAction, eventVariablesAction, checkProjectAction, whereUsedAction, renameAction,
-// aboutAction.
+// exportSheetAction, importSheetAction, aboutAction.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 public:
@@ -50,6 +50,11 @@ public:
     void OnTimeSlot();
     // Events > Check Project (F7): checks the whole project and shows the Problems window.
     void OnCheckProject();
+    // Events > Export to Spreadsheet… and Import from Spreadsheet… (docs/spreadsheet.md):
+    // the file is chosen in a file dialog; the import shows its preview (SheetImportDlg)
+    // and, on its OK, applies it as one change and saves the events and the devices.
+    void OnExportSheet();
+    void OnImportSheet();
     void OnAbout();
     // The Problems window, once Check Project has opened it (null before).
     ProblemsWindow* Problems() const { return m_problems; }
@@ -117,6 +122,8 @@ private:
     QAction* m_checkProject = nullptr;
     QAction* m_whereUsed = nullptr;
     QAction* m_rename = nullptr;
+    QAction* m_exportSheet = nullptr;
+    QAction* m_importSheet = nullptr;
     QAction* m_about = nullptr;
     ProblemsWindow* m_problems = nullptr;
     UsesWindow* m_uses = nullptr;

@@ -3,9 +3,11 @@
 //   check   every fault of a project folder (docs/check.md)
 //   uses    every place that uses a device, variable, event, time table... (docs/uses.md)
 //   rename  a device, a variable code or an event, with every reference to it
+//   export, import   the events as a spreadsheet (docs/spreadsheet.md)
 #include "CheckCommand.h"
 #include "CliText.h"
 #include "RenameCommand.h"
+#include "SheetCommands.h"
 #include "UsesCommand.h"
 
 #include <QCoreApplication>
@@ -19,6 +21,8 @@ constexpr char const* kUsage = "usage: zoevents COMMAND [OPTIONS] FOLDER\n"
                                "  check   report every fault of a project folder (see docs/check.md)\n"
                                "  uses    list every place that uses a reference (see docs/uses.md)\n"
                                "  rename  rename a device, a variable code or an event everywhere\n"
+                               "  export  write the events as a spreadsheet (see docs/spreadsheet.md)\n"
+                               "  import  apply an edited spreadsheet of the events, with a preview\n"
                                "run 'zoevents COMMAND --help' for the options of a command";
 
 } // namespace
@@ -52,7 +56,9 @@ int main(int argc, char* argv[])
         int (*run)(QStringList const&, std::FILE*, std::FILE*);
     };
     for (Command const& other : {Command{"uses", kUsesUsage, RunUsesCommand},
-                                 Command{"rename", kRenameUsage, RunRenameCommand}}) {
+                                 Command{"rename", kRenameUsage, RunRenameCommand},
+                                 Command{"export", kExportUsage, RunExportCommand},
+                                 Command{"import", kImportUsage, RunImportCommand}}) {
         if (command != QLatin1String(other.name))
             continue;
         if (arguments.contains("--help") || arguments.contains("-h")) {
