@@ -158,6 +158,7 @@ void MainWindow::CreateMenus()
     events->addAction(m_timeTables);
     events->addAction(m_timeSlot);
     events->addAction(m_eventVariables);
+    AddTemplateActions(events);
     events->addSeparator();
     events->addAction(m_checkProject);
 
@@ -194,6 +195,8 @@ void MainWindow::UpdateActions()
     m_timeTables->setEnabled(open);
     m_timeSlot->setEnabled(open);
     m_checkProject->setEnabled(open);
+    for (QAction* action : m_templateActions)
+        action->setEnabled(open);
     m_save->setEnabled(open && HasUnsavedChanges());
 }
 

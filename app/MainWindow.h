@@ -47,6 +47,10 @@ public:
     void OnTimeSlot();
     // Events > Check Project (F7): checks the whole project and shows the Problems window.
     void OnCheckProject();
+    // Events > Templates, Stamp from Template, Update from Templates (MainWindowTemplates.cpp).
+    void OnTemplates();
+    void OnStampTemplate();
+    void OnUpdateFromTemplates();
     void OnAbout();
     // The Problems window, once Check Project has opened it (null before).
     ProblemsWindow* Problems() const { return m_problems; }
@@ -59,6 +63,8 @@ protected:
 private:
     void CreateActions();
     void CreateMenus();
+    // The templates' three actions, appended to the Events menu.
+    void AddTemplateActions(QMenu* events);
     void UpdateRecentMenu();
     void UpdateActions();
     void UpdateTitle();
@@ -95,6 +101,7 @@ private:
     QAction* m_timeSlot = nullptr;
     QAction* m_eventVariables = nullptr;
     QAction* m_checkProject = nullptr;
+    QList<QAction*> m_templateActions;
     QAction* m_about = nullptr;
     ProblemsWindow* m_problems = nullptr;
     std::unique_ptr<ZoProjectChecker> m_checker; // of the findings the Problems window shows

@@ -4,10 +4,9 @@
 #include "ProjectFolder.h"
 #include "platform/drivers/ZoDeviceCatalog.h"
 #include "platform/tools/ZoUtf.h"
+#include "templates/TemplateDevices.h"
 #include "templates/TemplateStamp.h"
 #include "templates/TemplateStore.h"
-
-#include <QRegularExpression>
 
 using zo::project::ProjectDoc;
 using namespace zo::templates;
@@ -66,19 +65,6 @@ bool ParseArguments(QStringList const& arguments, StampArguments& parsed, QStrin
     parsed.folder = positional[0];
     parsed.templateKey = positional[1];
     return true;
-}
-
-// The catalog's devices whose name matches the wildcard pattern, in catalog order.
-std::vector<ZoDriver const*> MatchingDevices(ZoDeviceCatalog const& catalog, QString const& pattern)
-{
-    QRegularExpression const expression(QRegularExpression::wildcardToRegularExpression(pattern),
-                                        QRegularExpression::CaseInsensitiveOption);
-    std::vector<ZoDriver const*> devices;
-    for (ZoDriver const& device : catalog.Devices()) {
-        if (expression.match(QString::fromStdWString(std::wstring(device.Name()))).hasMatch())
-            devices.push_back(&device);
-    }
-    return devices;
 }
 
 std::string Utf8(std::wstring_view text)
@@ -153,7 +139,7 @@ int RunStampCommand(QStringList const& arguments, std::FILE* out, std::FILE* err
     }
     ZoDeviceCatalog catalog;
     catalog.LoadDevices(project->Devices().Root());
-    std::vector<ZoDriver const*> const devices = MatchingDevices(catalog, parsed.devices);
+    std::vector<ZoDriver const*> const devices = FilterDevices(catalog, {parsed.devices, {}, false});
     if (devices.empty()) {
         WriteLine(err, "zoevents stamp: no device matches \"" + parsed.devices.toStdString() + "\"");
         return 1;
