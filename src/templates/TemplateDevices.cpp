@@ -7,6 +7,7 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace zo::templates {
 
@@ -48,34 +49,24 @@ std::vector<std::wstring> DeviceTypes(ZoDeviceCatalog const& catalog)
     return types;
 }
 
-std::unique_ptr<ZoDeviceCatalog> SampleDeviceCatalog(XmlNode const* deviceTree, XmlNode const* eventsRoot,
-                                                     XmlNode const& templateEvent, std::wstring& sample)
+std::unique_ptr<ZoDeviceCatalog> PlaceholderDeviceCatalog(XmlNode const* deviceTree, XmlNode const* eventsRoot)
 {
     auto catalog = std::make_unique<ZoDeviceCatalog>();
-    catalog->LoadDevices(deviceTree);
-    sample.clear();
-    std::vector<std::wstring> const required = UsedVariables(templateEvent);
-    for (ZoDriver const& device : catalog->Devices()) {
-        if (HasVariables(device, required)) {
-            sample = device.Name();
-            break;
-        }
-    }
-    if (sample.empty() && !catalog->Devices().empty())
-        sample = catalog->Devices().front().Name();
     XmlNode const* element = deviceTree && !deviceTree->HasTag(L"catalog") ? deviceTree->Child(L"catalog") : deviceTree;
-    if (!element || sample.empty()) {
+    if (!element) {
         catalog->LoadEvents(eventsRoot);
         return catalog;
     }
     XmlDocument copy(*element);
-    std::string const name = ZoToUtf8(sample);
-    for (XmlNode* driver = copy.Root()->FirstChild(); driver; driver = driver->NextSibling()) {
-        if (driver->HasTag(L"driver") && driver->ValueUtf8(L"name") == name) {
-            XmlNode* placeholder = copy.Root()->NewChild(L"driver");
-            *placeholder = *driver;
-            placeholder->SetValue(L"name", ZoFromUtf8(kDevicePlaceholder));
-            break;
+    XmlNode* placeholder = copy.Root()->NewChild(L"driver");
+    placeholder->SetValue(L"name", ZoFromUtf8(kDevicePlaceholder));
+    std::unordered_set<std::string_view> codes;
+    for (XmlNode const* driver = element->FirstChild(); driver; driver = driver->NextSibling()) {
+        if (!driver->HasTag(L"driver"))
+            continue;
+        for (XmlNode const* variable = driver->FirstChild(); variable; variable = variable->NextSibling()) {
+            if (variable->HasTag(L"variable") && codes.insert(variable->ValueUtf8(L"code")).second)
+                *placeholder->NewChild(L"variable") = *variable;
         }
     }
     catalog->LoadDevices(copy.Root());

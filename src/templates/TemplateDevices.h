@@ -30,14 +30,12 @@ std::vector<ZoDriver const*> FilterDevices(ZoDeviceCatalog const& catalog, Devic
 // The driver types of the catalog's devices, each once, sorted.
 std::vector<std::wstring> DeviceTypes(ZoDeviceCatalog const& catalog);
 
-// The placeholder's device while a template is edited: a device named "{device}" with the
-// variables of a sample device (the first of the catalog that has every variable the
-// template uses, else the first), so that `[{device}.RUNNING]` resolves in the editor's
-// formula checks as it will for the devices stamped. A catalog of the device tree's devices
-// plus that one and of the events' pseudo-devices; `sample` receives the sample's name
-// (empty when the catalog has no device).
-std::unique_ptr<ZoDeviceCatalog> SampleDeviceCatalog(XmlDocument::XmlNode const* deviceTree,
-                                                     XmlDocument::XmlNode const* eventsRoot,
-                                                     XmlDocument::XmlNode const& templateEvent, std::wstring& sample);
+// The placeholder's device while a template is edited: a device named "{device}" that has
+// every variable code of the catalog's devices (each as the first device that has it
+// defines it), so that `[{device}.RUNNING]` resolves in the editor's formula checks when
+// some device has RUNNING, and `[{device}.NOPE]` is refused when none has. A catalog of the
+// device tree's devices plus that one, and of the events' pseudo-devices.
+std::unique_ptr<ZoDeviceCatalog> PlaceholderDeviceCatalog(XmlDocument::XmlNode const* deviceTree,
+                                                          XmlDocument::XmlNode const* eventsRoot);
 
 } // namespace zo::templates

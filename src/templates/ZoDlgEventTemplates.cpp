@@ -28,19 +28,18 @@ using XmlNode = XmlDocument::XmlNode;
 
 namespace {
 
-// While a template is edited, `{device}` resolves to a sample device; the project's catalog
-// is installed again afterwards.
-class SampleCatalogScope {
+// While a template is edited, `{device}` resolves to the placeholder's device; the
+// project's catalog is installed again afterwards.
+class PlaceholderCatalogScope {
 public:
-    SampleCatalogScope(XmlNode const* deviceTree, XmlNode const* eventsRoot, XmlNode const& templateEvent)
+    PlaceholderCatalogScope(XmlNode const* deviceTree, XmlNode const* eventsRoot)
         : m_deviceTree(deviceTree), m_eventsRoot(eventsRoot)
     {
-        std::wstring sample;
-        ZoDeviceCatalog::Install(SampleDeviceCatalog(deviceTree, eventsRoot, templateEvent, sample));
+        ZoDeviceCatalog::Install(PlaceholderDeviceCatalog(deviceTree, eventsRoot));
     }
-    ~SampleCatalogScope() { ZoInstallProjectCatalog(m_deviceTree, m_eventsRoot); }
-    SampleCatalogScope(SampleCatalogScope const&) = delete;
-    SampleCatalogScope& operator=(SampleCatalogScope const&) = delete;
+    ~PlaceholderCatalogScope() { ZoInstallProjectCatalog(m_deviceTree, m_eventsRoot); }
+    PlaceholderCatalogScope(PlaceholderCatalogScope const&) = delete;
+    PlaceholderCatalogScope& operator=(PlaceholderCatalogScope const&) = delete;
 
 private:
     XmlNode const* m_deviceTree;
@@ -171,7 +170,7 @@ bool ZoDlgEventTemplates::Edit(int index, bool isNew)
         return false;
     int result = QDialog::Rejected;
     {
-        SampleCatalogScope const sample(m_deviceTree, root, *templateEvent);
+        PlaceholderCatalogScope const placeholder(m_deviceTree, root);
         ZoEDlgEventCfg editor(this, templateEvent, copy->Root(), root->Child(L"eventsGroups"), m_timeTables, m_users);
         result = editor.DoModal();
     }

@@ -9,8 +9,8 @@ class TemplateRowsModel;
 
 // Events > Templates: the project's event templates (name, condition, how many events were
 // stamped from each). New and Modify (Enter, double click) open the event editor on the
-// template, whose formulas are checked with `{device}` standing for a sample device of the
-// catalog (TemplateDevices.h); Delete removes the selected template after a question (its
+// template, whose formulas are checked with `{device}` standing for a device that has
+// every variable of the catalog (PlaceholderDeviceCatalog); Delete removes the selected template after a question (its
 // stamped events stay, no longer linked). The changes are made in the document at once;
 // the caller journals them, keeps them on OK and asks before undoing them on Cancel.
 //
