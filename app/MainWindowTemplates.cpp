@@ -9,9 +9,9 @@
 #include "platform/ui/ZoMessage.h"
 #include "templates/TemplateDrift.h"
 #include "templates/TemplateStore.h"
-#include "templates/ZoDlgEventTemplates.h"
-#include "templates/ZoDlgStampTemplate.h"
-#include "templates/ZoDlgUpdateFromTemplates.h"
+#include "templatedialogs/ZoDlgEventTemplates.h"
+#include "templatedialogs/ZoDlgStampTemplate.h"
+#include "templatedialogs/ZoDlgUpdateFromTemplates.h"
 
 #include <QAction>
 #include <QMenu>

@@ -157,12 +157,19 @@ private:
         bool sameKinds = expectedChildren.size() == actualChildren.size() && depth < kMaxDepth;
         for (std::size_t i = 0; sameKinds && i < expectedChildren.size(); ++i)
             sameKinds = expectedChildren[i]->TagKey() == actualChildren[i]->TagKey();
+        if (depth >= kMaxDepth) {
+            std::wstring const wanted = ShownText(expected, &m_device);
+            std::wstring const has = ShownText(*actual, nullptr);
+            if (wanted != has) {
+                Report(field, wanted, has);
+                if (m_fix)
+                    Replace(expected, actual);
+            }
+            return;
+        }
         if (!sameKinds) {
             std::vector<XmlNode const*> shown(actualChildren.begin(), actualChildren.end());
-            if (depth < kMaxDepth)
-                Report(field, KindsOf(expectedChildren), KindsOf(shown));
-            else
-                Report(field, ShownText(expected, &m_device), ShownText(*actual, nullptr));
+            Report(field, KindsOf(expectedChildren), KindsOf(shown));
             if (m_fix)
                 Replace(expected, actual);
             return;

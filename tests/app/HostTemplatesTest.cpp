@@ -4,9 +4,9 @@
 #include "editor/ZoEDlgEventCfg.h"
 #include "support/ScriptedAnswerer.h"
 #include "templates/TemplateStore.h"
-#include "templates/ZoDlgEventTemplates.h"
-#include "templates/ZoDlgStampTemplate.h"
-#include "templates/ZoDlgUpdateFromTemplates.h"
+#include "templatedialogs/ZoDlgEventTemplates.h"
+#include "templatedialogs/ZoDlgStampTemplate.h"
+#include "templatedialogs/ZoDlgUpdateFromTemplates.h"
 
 #include <QCheckBox>
 #include <QComboBox>

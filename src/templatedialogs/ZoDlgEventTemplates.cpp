@@ -1,4 +1,4 @@
-#include "templates/ZoDlgEventTemplates.h"
+#include "templatedialogs/ZoDlgEventTemplates.h"
 
 #include "editor/ZoEDlgEventCfg.h"
 #include "platform/drivers/ZoDeviceCatalog.h"
@@ -10,7 +10,7 @@
 #include "platform/ui/ZoMnemonics.h"
 #include "platform/ui/ZoOkCancelBox.h"
 #include "templates/TemplateDevices.h"
-#include "templates/TemplateRowsModel.h"
+#include "templatedialogs/TemplateRowsModel.h"
 #include "templates/TemplateStore.h"
 
 #include <QDialogButtonBox>

@@ -1,4 +1,4 @@
-#include "templates/ZoDlgStampTemplate.h"
+#include "templatedialogs/ZoDlgStampTemplate.h"
 
 #include "platform/drivers/ZoDeviceCatalog.h"
 #include "platform/tools/ZoFormat.h"
@@ -7,7 +7,7 @@
 #include "platform/ui/ZoMnemonics.h"
 #include "platform/ui/ZoOkCancelBox.h"
 #include "templates/TemplateDevices.h"
-#include "templates/TemplateRowsModel.h"
+#include "templatedialogs/TemplateRowsModel.h"
 #include "templates/TemplateStamp.h"
 #include "templates/TemplateStore.h"
 

@@ -1,4 +1,4 @@
-#include "templates/TemplateRowsModel.h"
+#include "templatedialogs/TemplateRowsModel.h"
 
 TemplateRowsModel::TemplateRowsModel(QStringList headings, bool checkable, QObject* parent)
     : QAbstractTableModel(parent), m_headings(std::move(headings)), m_checkable(checkable)

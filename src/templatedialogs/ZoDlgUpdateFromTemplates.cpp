@@ -1,11 +1,11 @@
-#include "templates/ZoDlgUpdateFromTemplates.h"
+#include "templatedialogs/ZoDlgUpdateFromTemplates.h"
 
 #include "platform/tools/ZoFormat.h"
 #include "platform/tools/ZoTexts.h"
 #include "platform/ui/ZoListView.h"
 #include "platform/ui/ZoMnemonics.h"
 #include "platform/ui/ZoOkCancelBox.h"
-#include "templates/TemplateRowsModel.h"
+#include "templatedialogs/TemplateRowsModel.h"
 
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
