@@ -21,7 +21,7 @@ ZoDlgUpdateFromTemplates::ZoDlgUpdateFromTemplates(QWidget* parent, XmlDocument*
                                                    ZoDeviceCatalog const* catalog, DriftReport report)
     : ZoDialog(parent), m_events(events), m_catalog(catalog), m_report(std::move(report))
 {
-    m_driftModel = new TemplateRowsModel({ZoText(64813), ZoText(64824), ZoText(64812), ZoText(64825)}, true, this);
+    m_driftModel = new TemplateRowsModel({ZoText(64813), ZoText(64802), ZoText(64812), ZoText(64825)}, true, this);
     m_driftList = ZoNewListView(this, "driftList", m_driftModel, QAbstractItemView::SingleSelection);
     m_selectAll = new QPushButton(this);
     m_selectAll->setObjectName(QStringLiteral("selectAllButton"));
