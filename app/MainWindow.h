@@ -71,6 +71,10 @@ private:
     void UpdatePanel();
     // Saves these documents and any whose earlier save failed; tells the user on failure.
     bool SaveDocuments(std::initializer_list<zo::project::ProjectDoc> docs);
+    // Runs a dialog that changes the document as the user works: under the document's
+    // journal, kept by OK, asked about (discardQuestion) when cancelled after a change and
+    // then undone on Yes; what is kept is saved. True when a change was kept.
+    bool RunJournaled(zo::project::ProjectDoc doc, unsigned discardQuestion, std::function<int()> const& run);
     // Before the project is closed: offers to save unsaved changes; false to stay.
     bool MaySaveChanges();
     // Runs the event editor on a working copy of the events, on the event find() picks in

@@ -54,23 +54,11 @@ void MainWindow::OnTemplates()
 {
     if (!m_project)
         return;
-    XmlDocument& events = m_project->Events();
-    events.BeginJournal();
-    int result = QDialog::Rejected;
-    {
-        ZoDlgEventTemplates dialog(this, &events, m_project->Devices().Root(), m_project->TimeTables().Root(),
-                                   &m_project->Users());
-        result = dialog.DoModal();
-    }
-    bool const changed = events.JournalHasChanges();
-    bool const keep = result == QDialog::Accepted || (changed && !ZoAskYesNo(this, 64844));
-    if (keep) {
-        events.EndJournal();
-        if (changed)
-            SaveDocuments({ProjectDoc::Events});
-    } else {
-        events.UndoJournal();
-    }
+    RunJournaled(ProjectDoc::Events, 64844, [this] {
+        ZoDlgEventTemplates dialog(this, &m_project->Events(), m_project->Devices().Root(),
+                                   m_project->TimeTables().Root(), &m_project->Users());
+        return dialog.DoModal();
+    });
 }
 
 void MainWindow::OnStampTemplate()

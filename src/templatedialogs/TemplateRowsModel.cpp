@@ -1,5 +1,7 @@
 #include "templatedialogs/TemplateRowsModel.h"
 
+#include <QTreeView>
+
 TemplateRowsModel::TemplateRowsModel(QStringList headings, bool checkable, QObject* parent)
     : QAbstractTableModel(parent), m_headings(std::move(headings)), m_checkable(checkable)
 {
@@ -91,4 +93,11 @@ QVariant TemplateRowsModel::headerData(int section, Qt::Orientation orientation,
     if (orientation == Qt::Horizontal && role == Qt::DisplayRole && section >= 0 && section < m_headings.size())
         return m_headings[section];
     return {};
+}
+
+void FitTemplateColumns(QTreeView* list)
+{
+    int const columns = list->model()->columnCount();
+    for (int column = 0; column + 1 < columns; ++column)
+        list->resizeColumnToContents(column);
 }

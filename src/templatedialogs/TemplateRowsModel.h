@@ -4,6 +4,8 @@
 
 #include <vector>
 
+class QTreeView;
+
 // The rows of the templates' dialogs: texts in columns under fixed headings, optionally
 // with a check box in the first column (the rows the user chooses). The dialogs fill it
 // from the library's results; it holds no rule of its own.
@@ -35,3 +37,6 @@ private:
     std::vector<QStringList> m_rows;
     std::vector<bool> m_checked;
 };
+
+// Fits every column of a list but the last to its contents (the last takes the rest).
+void FitTemplateColumns(QTreeView* list);

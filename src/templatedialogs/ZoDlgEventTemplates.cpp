@@ -53,7 +53,7 @@ ZoDlgEventTemplates::ZoDlgEventTemplates(QWidget* parent, XmlDocument* events, X
     : ZoDialog(parent), m_events(events), m_deviceTree(deviceTree), m_timeTables(timeTablesRoot), m_users(users)
 {
     m_label = new QLabel(this);
-    m_model = new TemplateRowsModel({ZoText(64845), ZoText(64814), ZoText(64839)}, false, this);
+    m_model = new TemplateRowsModel({ZoText(64845), ZoText(64839), ZoText(64814)}, false, this);
     m_list = ZoNewListView(this, "templatesList", m_model, QAbstractItemView::SingleSelection);
     m_label->setBuddy(m_list);
     m_list->installEventFilter(this);
@@ -101,7 +101,7 @@ void ZoDlgEventTemplates::OnInitDialog()
     m_cancel->setText(ZoText(312));
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ZoDlgEventTemplates::UpdateButtons);
     Fill(0);
-    resize(QSize(620, 380));
+    resize(QSize(680, 380));
     m_list->setFocus();
 }
 
@@ -127,11 +127,11 @@ void ZoDlgEventTemplates::Fill(int current)
     for (XmlNode* templateEvent : Templates(root)) {
         auto const count = stamped.find(templateEvent->ValueUtf8(L"id"));
         rows.push_back({QString::fromStdWString(templateEvent->Value(L"name", L"")),
-                        QString::fromStdWString(templateEvent->Value(L"condition", L"")),
-                        QString::number(count == stamped.end() ? 0 : count->second)});
+                        QString::number(count == stamped.end() ? 0 : count->second),
+                        QString::fromStdWString(templateEvent->Value(L"condition", L""))});
     }
     m_model->SetRows(std::move(rows));
-    m_list->resizeColumnToContents(0);
+    FitTemplateColumns(m_list);
     if (m_model->rowCount() > 0)
         m_list->setCurrentIndex(m_model->index(std::clamp(current, 0, m_model->rowCount() - 1), 0));
     UpdateButtons();

@@ -7,8 +7,8 @@ class QTreeView;
 class QLabel;
 class TemplateRowsModel;
 
-// Events > Templates: the project's event templates (name, condition, how many events were
-// stamped from each). New and Modify (Enter, double click) open the event editor on the
+// Events > Templates: the project's event templates (name, how many events were stamped
+// from each, condition). New and Modify (Enter, double click) open the event editor on the
 // template, whose formulas are checked with `{device}` standing for a device that has
 // every variable of the catalog (PlaceholderDeviceCatalog); Delete removes the selected template after a question (its
 // stamped events stay, no longer linked). The changes are made in the document at once;

@@ -158,7 +158,7 @@ void ZoDlgStampTemplate::OnInitDialog()
         }
     }
     FillDevices();
-    resize(QSize(640, 620));
+    resize(QSize(760, 620));
     m_template->setFocus();
 }
 
@@ -190,7 +190,7 @@ void ZoDlgStampTemplate::FillDevices()
         flags.push_back(std::find(checked.begin(), checked.end(), device) != checked.end());
     }
     m_devicesModel->SetRows(std::move(rows), std::move(flags));
-    m_devicesList->resizeColumnToContents(0);
+    FitTemplateColumns(m_devicesList);
 }
 
 void ZoDlgStampTemplate::UpdatePreview()
@@ -208,6 +208,7 @@ void ZoDlgStampTemplate::UpdatePreview()
                         NoteOf(row)});
     }
     m_previewModel->SetRows(std::move(rows));
+    FitTemplateColumns(m_previewList);
     int const count = m_stamper->EventCount();
     int const skipped = int(m_stamper->Rows().size()) - count;
     m_summary->setText(Q(ZoFormat(ZoLoadString(64811).c_str(), count, skipped)));

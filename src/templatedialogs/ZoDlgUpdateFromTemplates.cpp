@@ -77,8 +77,8 @@ void ZoDlgUpdateFromTemplates::OnInitDialog()
             &ZoDlgUpdateFromTemplates::ShowDifferences);
     if (m_driftModel->rowCount() > 0)
         m_driftList->setCurrentIndex(m_driftModel->index(0, 0));
-    m_driftList->resizeColumnToContents(0);
-    resize(QSize(680, 560));
+    FitTemplateColumns(m_driftList);
+    resize(QSize(760, 560));
     m_driftList->setFocus();
 }
 
@@ -93,7 +93,7 @@ void ZoDlgUpdateFromTemplates::ShowDifferences()
         }
     }
     m_differencesModel->SetRows(std::move(rows));
-    m_differencesList->resizeColumnToContents(0);
+    FitTemplateColumns(m_differencesList);
 }
 
 void ZoDlgUpdateFromTemplates::UpdateSummary()

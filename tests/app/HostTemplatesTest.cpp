@@ -146,12 +146,12 @@ TEST_F(HostTemplates, TemplatesAreEditedWithTheEventEditorWhoseChecksResolveTheP
     ScriptedAnswerer answers; // the delete question: Yes
     ModalScript modal(ModalScript::As<ZoDlgEventTemplates>([](ZoDlgEventTemplates& dialog) {
         QAbstractItemView* list = List(dialog, "templatesList");
-        EXPECT_EQ(Rows(list), std::vector<std::string>{"{device} stalled | [{device}.RUNNING] == 1 AND [{device}.SPEED] < 5 | 2"});
+        EXPECT_EQ(Rows(list), std::vector<std::string>{"{device} stalled | 2 | [{device}.RUNNING] == 1 AND [{device}.SPEED] < 5"});
         dialog.findChild<QPushButton*>("modifyButton")->click();
-        EXPECT_EQ(Rows(list), std::vector<std::string>{"{device} stalled | [{device}.SPEED] < 3 | 2"});
+        EXPECT_EQ(Rows(list), std::vector<std::string>{"{device} stalled | 2 | [{device}.SPEED] < 3"});
         dialog.findChild<QPushButton*>("newButton")->click();
         EXPECT_EQ(Rows(list).size(), 2);
-        EXPECT_EQ(Rows(list)[1], "{device} hot | [{device}.MOTOR_TEMP] > 90 | 0");
+        EXPECT_EQ(Rows(list)[1], "{device} hot | 0 | [{device}.MOTOR_TEMP] > 90");
         dialog.findChild<QPushButton*>("deleteButton")->click(); // the new one, selected
         EXPECT_EQ(Rows(list).size(), 1);
         return ModalScript::ClickOk(dialog);
