@@ -313,6 +313,7 @@ int UpdateFromTemplates(XmlNode* root, ZoDeviceCatalog const& catalog, std::vect
 {
     if (!root || chosen.empty())
         return 0;
+    DropStaleLinks(root);
     Tags const tags(*root->Document());
     // Names are made unique against every event but the one renamed.
     std::vector<std::wstring> names;

@@ -2,6 +2,7 @@
 // the events chosen.
 #include "TemplatesTestProject.h"
 
+#include "events/EventsClipboard.h"
 #include "templates/TemplateDrift.h"
 
 using namespace templates_test;
@@ -134,6 +135,36 @@ TEST_F(TemplateDrift, EventsWhoseDeviceLeftTheCatalogOrWhoseTemplateWasDeletedAr
     report = Drift();
     EXPECT_EQ(report.stamped, 0);
     EXPECT_TRUE(report.drifted.empty());
+}
+
+} // namespace
+
+namespace {
+
+// The link follows the event's id: it survives writing and reading the document, and a
+// pasted copy (a new id) is an event of its own.
+TEST_F(TemplateDrift, TheLinkSurvivesTheFileAndAPastedCopyStandsAlone)
+{
+    std::string text;
+    Root()->CreateXmlCode(text);
+    XmlDocument reread;
+    ASSERT_TRUE(reread.Parse(text.c_str()));
+    Template()->SetValue(L"delayToDeactivate", L"7");
+    FindTemplate(reread.Root(), L"{device} fault")->SetValue(L"delayToDeactivate", L"7");
+    EXPECT_EQ(FindDrift(reread.Root(), m_catalog).drifted.size(), 2u);
+
+    std::vector<std::wstring> names;
+    for (XmlDocument::XmlNode* event = Root()->Child(L"events")->FirstChild(); event; event = event->NextSibling())
+        names.push_back(event->Value(L"name", L""));
+    std::vector<XmlDocument::XmlNode*> pasted;
+    ASSERT_TRUE(PasteEventsText(BuildEventsClipboardText({m_made[1]}), m_events, DeviceGroups(), EventNameSet(names),
+                                &pasted));
+    ASSERT_EQ(pasted.size(), 1u);
+    DriftReport const report = Drift();
+    EXPECT_EQ(report.stamped, 2);
+    for (DriftedEvent const& drifted : report.drifted)
+        EXPECT_NE(drifted.event, pasted.front());
+    EXPECT_EQ(StampLinks(Root()).size(), 2u);
 }
 
 } // namespace
