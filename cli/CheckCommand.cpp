@@ -71,15 +71,6 @@ bool ParseArguments(QStringList const& arguments, CheckArguments& parsed, QStrin
     return true;
 }
 
-// The users file as the mail and SMS editors read it; a missing or broken file counts as
-// no users.
-void LoadUsers(ProjectFolder& project)
-{
-    XmlDocument& users = project.Users();
-    if (!ZoLoadUsersFile(users, project.FilePath(ProjectDoc::Users).toStdWString()))
-        users.Create(kUsersRootTag);
-}
-
 // The lines of the findings, from the files as they are on disk now (mapped one at a time,
 // once the project's tree is gone, so that a large project is never held twice; the open
 // has already refused what cannot be read).
@@ -117,7 +108,7 @@ int RunCheckCommand(QStringList const& arguments, std::FILE* out, std::FILE* err
         WriteLine(err, "zoevents check: " + ZoCliText(error));
         return 2;
     }
-    LoadUsers(*project);
+    ZoCliLoadUsers(*project);
     ZoProjectDocs docs;
     docs.events = project->Events().Root();
     docs.timeTables = project->TimeTables().Root();

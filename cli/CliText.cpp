@@ -1,6 +1,15 @@
 #include "CliText.h"
 
+#include "ProjectFolder.h"
+#include "actions/ZoUsersDocument.h"
 #include "platform/tools/ZoUtf.h"
+
+void ZoCliLoadUsers(ProjectFolder& project)
+{
+    XmlDocument& users = project.Users();
+    if (!ZoLoadUsersFile(users, project.FilePath(zo::project::ProjectDoc::Users).toStdWString()))
+        users.Create(kUsersRootTag);
+}
 
 void WriteLine(std::FILE* file, std::string const& text)
 {

@@ -7,6 +7,11 @@
 inline constexpr char const* kCheckUsage =
     "usage: zoevents check [--format text|json] [--warnings-as-errors] [--from YYYY-MM-DD] FOLDER";
 
+class ProjectFolder;
+
+// Loads the users file as the mail and SMS editors read it; a missing or broken file counts
+// as no users.
+void ZoCliLoadUsers(ProjectFolder& project);
 // Writes text and a line end.
 void WriteLine(std::FILE* file, std::string const& text);
 // A message of the library (several lines joined by "\n") on one line, UTF-8.

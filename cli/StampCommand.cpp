@@ -4,6 +4,7 @@
 #include "ProjectFolder.h"
 #include "platform/drivers/ZoDeviceCatalog.h"
 #include "platform/tools/ZoUtf.h"
+#include "templates/TemplateCheck.h"
 #include "templates/TemplateDevices.h"
 #include "templates/TemplateStamp.h"
 #include "templates/TemplateStore.h"
@@ -136,6 +137,16 @@ int RunStampCommand(QStringList const& arguments, std::FILE* out, std::FILE* err
     if (parsed.hasGroup && (groupId = FindGroupId(root, parsed.group.toStdWString())).empty()) {
         WriteLine(err, "zoevents stamp: no event group \"" + parsed.group.toStdString() + "\"");
         return 2;
+    }
+    // The template's own faults are what every event stamped from it will have: said first.
+    ZoCliLoadUsers(*project);
+    for (ZoFinding const& finding : CheckTemplate(*templateEvent, root, project->Devices().Root(),
+                                                  project->TimeTables().Root(), project->Users().Root(),
+                                                  project->Folder().toStdWString())) {
+        std::wstring const field = ZoFieldText(finding);
+        WriteLine(err, "zoevents stamp: " + std::string(ZoSeverityWord(finding.severity)) + ": template \"" +
+                           parsed.templateKey.toStdString() + "\": " + (field.empty() ? "" : ZoCliText(field) + ": ") +
+                           ZoCliText(finding.message) + " (" + std::string(finding.rule) + ")");
     }
     ZoDeviceCatalog catalog;
     catalog.LoadDevices(project->Devices().Root());

@@ -28,22 +28,21 @@ using XmlNode = XmlDocument::XmlNode;
 
 namespace {
 
-// While a template is edited, `{device}` resolves to the placeholder's device; the
-// project's catalog is installed again afterwards.
+// While a template is edited, `{device}` resolves to the placeholder's device. The
+// project's catalog is set aside meanwhile, not rebuilt: a check running in idle time, or
+// kept for the Problems window, still points at it.
 class PlaceholderCatalogScope {
 public:
     PlaceholderCatalogScope(XmlNode const* deviceTree, XmlNode const* eventsRoot)
-        : m_deviceTree(deviceTree), m_eventsRoot(eventsRoot)
+        : m_project(ZoDeviceCatalog::Exchange(PlaceholderDeviceCatalog(deviceTree, eventsRoot)))
     {
-        ZoDeviceCatalog::Install(PlaceholderDeviceCatalog(deviceTree, eventsRoot));
     }
-    ~PlaceholderCatalogScope() { ZoInstallProjectCatalog(m_deviceTree, m_eventsRoot); }
+    ~PlaceholderCatalogScope() { ZoDeviceCatalog::Exchange(std::move(m_project)); }
     PlaceholderCatalogScope(PlaceholderCatalogScope const&) = delete;
     PlaceholderCatalogScope& operator=(PlaceholderCatalogScope const&) = delete;
 
 private:
-    XmlNode const* m_deviceTree;
-    XmlNode const* m_eventsRoot;
+    std::unique_ptr<ZoDeviceCatalog> m_project;
 };
 
 } // namespace

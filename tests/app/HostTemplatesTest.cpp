@@ -2,6 +2,7 @@
 // whose pumps are stamped from the template "{device} stalled".
 #include "HostTestSupport.h"
 #include "editor/ZoEDlgEventCfg.h"
+#include "platform/drivers/ZoDeviceCatalog.h"
 #include "support/ScriptedAnswerer.h"
 #include "templates/TemplateStore.h"
 #include "templatedialogs/ZoDlgEventTemplates.h"
@@ -142,7 +143,6 @@ TEST_F(HostTemplates, UpdateListsDriftAndChangesOnlyTheCheckedEvents)
 TEST_F(HostTemplates, TemplatesAreEditedWithTheEventEditorWhoseChecksResolveThePlaceholder)
 {
     DemoWindow demo;
-    XmlDocument& events = demo.window.Project()->Events();
     ScriptedAnswerer answers; // the delete question: Yes
     ModalScript modal(ModalScript::As<ZoDlgEventTemplates>([](ZoDlgEventTemplates& dialog) {
         QAbstractItemView* list = List(dialog, "templatesList");
@@ -159,6 +159,7 @@ TEST_F(HostTemplates, TemplatesAreEditedWithTheEventEditorWhoseChecksResolveTheP
     // The editor accepts [{device}.SPEED] and [{device}.MOTOR_TEMP] (pumps have them), so OK
     // asks nothing; [{device}.NOPE] shows a fault.
     modal.Then(ModalScript::As<ZoEDlgEventCfg>([](ZoEDlgEventCfg& editor) {
+        EXPECT_TRUE(ZoDeviceCatalog::Installed()->Find(L"{device}"));
         auto* label = editor.findChild<QLabel*>("conditionLabel");
         editor.findChild<QLineEdit*>("conditionEdit")->setText("[{device}.NOPE] < 3");
         EXPECT_NE(label->toolTip(), "");
@@ -172,7 +173,11 @@ TEST_F(HostTemplates, TemplatesAreEditedWithTheEventEditorWhoseChecksResolveTheP
         editor.findChild<QLineEdit*>("delayActivateEdit")->setText("10");
         return ModalScript::ClickOk(editor);
     }));
+    // The project's catalog is set aside while a template is edited, never replaced: the
+    // check keeps pointing at it.
+    ZoDeviceCatalog const* const projectCatalog = ZoDeviceCatalog::Installed();
     demo.window.OnTemplates();
+    EXPECT_EQ(ZoDeviceCatalog::Installed(), projectCatalog);
     EXPECT_EQ(modal.Classes(), (QStringList{"ZoDlgEventTemplates", "ZoEDlgEventCfg", "ZoEDlgEventCfg"}));
     EXPECT_EQ(answers.Ids(), std::vector<unsigned>{64838});
     XmlDocument saved;
@@ -180,5 +185,4 @@ TEST_F(HostTemplates, TemplatesAreEditedWithTheEventEditorWhoseChecksResolveTheP
     ASSERT_EQ(zo::templates::Templates(saved.Root()).size(), 1u);
     EXPECT_EQ(zo::templates::Templates(saved.Root())[0]->ValueUtf8(L"condition"), "[{device}.SPEED] < 3");
     EXPECT_EQ(StampLinks(saved), 2);
-    (void)events;
 }

@@ -15,6 +15,7 @@
 #   STDOUT_MATCH     a regular expression the standard output must match (optional)
 #   COPY_DEMO        copy examples/demo here first
 #   UNSTAMP          ON: with COPY_DEMO, forget which events were stamped from templates
+#   EDIT_FROM        with COPY_DEMO, a text of its Events.zocfg replaced by EDIT_TO first
 #   SAVED_MATCH      a regular expression COPY_DEMO's Events.zocfg must match afterwards
 #   SAVED_UNCHANGED  ON: COPY_DEMO's Events.zocfg and Devices.zocfg are left as they were
 string(REPLACE "|" ";" arguments "${ARGS}")
@@ -36,6 +37,11 @@ if(COPY_DEMO)
   if(UNSTAMP)
     file(READ "${COPY_DEMO}/Events.zocfg" events)
     string(REGEX REPLACE "<stampedEvents>.*</stampedEvents>" "" events "${events}")
+    file(WRITE "${COPY_DEMO}/Events.zocfg" "${events}")
+  endif()
+  if(EDIT_FROM)
+    file(READ "${COPY_DEMO}/Events.zocfg" events)
+    string(REPLACE "${EDIT_FROM}" "${EDIT_TO}" events "${events}")
     file(WRITE "${COPY_DEMO}/Events.zocfg" "${events}")
   endif()
   file(READ "${COPY_DEMO}/Events.zocfg" events_before)

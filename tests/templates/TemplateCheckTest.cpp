@@ -4,6 +4,7 @@
 #include "events/DeviceRegistration.h"
 #include "platform/drivers/ZoDeviceCatalog.h"
 #include "platform/tools/ZoUtf.h"
+#include "templates/TemplateCheck.h"
 #include "templates/TemplateStamp.h"
 #include "templates/TemplateStore.h"
 
@@ -27,6 +28,12 @@ protected:
             ASSERT_TRUE(document->Parse(in.readAll().constData()));
         }
         m_catalog.LoadDevices(m_devices.Root());
+    }
+
+    std::vector<ZoFinding> CheckTemplateNamed(wchar_t const* name)
+    {
+        return CheckTemplate(*FindTemplate(m_events.Root(), name), m_events.Root(), m_devices.Root(),
+                             m_timeTables.Root(), nullptr, ZO_SOURCE_DIR L"/examples/demo");
     }
 
     // Rule and severity of each finding, counted.
@@ -86,6 +93,26 @@ TEST_F(TemplateCheck, StampedEventsAddNoFindingAndDriftIsANote)
     std::map<std::string, int> drifted = stamped;
     drifted["note template-drift"] = 2;
     EXPECT_EQ(Findings(), drifted);
+}
+
+// A template's own faults are exactly what its stamped events add to the project's findings.
+TEST_F(TemplateCheck, TheTemplatesFaultsAreWhatItsStampsAdd)
+{
+    EXPECT_TRUE(CheckTemplateNamed(L"{device} stalled").empty());
+
+    XmlDocument::XmlNode* faulty = FindTemplate(m_events.Root(), L"{device} stalled");
+    faulty->SetValue(L"delayToActivate", L"[{device}.SPEED] +");
+    faulty->Node(L"clientActions/activate/screen")->SetValue(L"name", L"Gone");
+    faulty->SetValue(L"annotation", L"{device} at %a3");
+    Unstamp();
+    std::map<std::string, int> expected = Findings();
+    for (ZoFinding const& finding : CheckTemplateNamed(L"{device} stalled"))
+        expected[std::string(ZoSeverityWord(finding.severity)) + " " + std::string(finding.rule)] += 2;
+    EXPECT_EQ(expected.size(), 4u); // the flood bound and the three faults
+    TemplateStamper stamper(m_events.Root());
+    stamper.Preview(faulty, {m_catalog.Find(L"PUMP1"), m_catalog.Find(L"PUMP2")});
+    ASSERT_EQ(stamper.Apply(m_devices.Root()->Child(L"deviceGroups")).size(), 2u);
+    EXPECT_EQ(Findings(), expected);
 }
 
 } // namespace
