@@ -176,6 +176,7 @@ void MainWindow::CreateMenus()
     events->addAction(m_timeTables);
     events->addAction(m_timeSlot);
     events->addAction(m_eventVariables);
+    AddTemplateActions(events);
     events->addSeparator();
     events->addAction(m_checkProject);
     events->addAction(m_whereUsed);
@@ -221,6 +222,8 @@ void MainWindow::UpdateActions()
     m_rename->setEnabled(open);
     m_exportSheet->setEnabled(open);
     m_importSheet->setEnabled(open);
+    for (QAction* action : m_templateActions)
+        action->setEnabled(open);
     m_save->setEnabled(open && HasUnsavedChanges());
 }
 
@@ -446,6 +449,23 @@ bool MainWindow::EditEvent(EventFinder const& find, QString const& control, int 
     return true;
 }
 
+bool MainWindow::RunJournaled(ProjectDoc doc, unsigned discardQuestion, std::function<int()> const& run)
+{
+    XmlDocument& document = m_project->Document(doc);
+    document.BeginJournal();
+    int const result = run();
+    bool const changed = document.JournalHasChanges();
+    bool const keep = result == QDialog::Accepted || (changed && !ZoAskYesNo(this, discardQuestion));
+    if (!keep) {
+        document.UndoJournal();
+        return false;
+    }
+    document.EndJournal();
+    if (changed)
+        SaveDocuments({doc});
+    return changed;
+}
+
 // Events > Event groups: deleting groups and changing members act on the live document at
 // once, and a cancelled dialog does not undo them itself; the journal lets the editor undo
 // them, after a question, as it does for the events list. Memberships are not part of the
@@ -454,23 +474,11 @@ void MainWindow::OnEventGroups()
 {
     if (!m_project)
         return;
-    XmlDocument& events = m_project->Events();
-    events.BeginJournal();
-    int result = QDialog::Rejected;
-    {
-        ZoEDlgEventGroupsCfg dialog(this, &events);
+    RunJournaled(ProjectDoc::Events, 63001, [this] {
+        ZoEDlgEventGroupsCfg dialog(this, &m_project->Events());
         dialog.m_whereUsed = [this](QWidget* parent, QString const& reference) { PickUse(parent, reference); };
-        result = dialog.DoModal();
-    }
-    bool const changed = events.JournalHasChanges();
-    bool const keep = result == QDialog::Accepted || (changed && !ZoAskYesNo(this, 63001));
-    if (keep) {
-        events.EndJournal();
-        if (changed)
-            SaveDocuments({ProjectDoc::Events});
-    } else {
-        events.UndoJournal();
-    }
+        return dialog.DoModal();
+    });
     UpdatePanel();
 }
 
@@ -480,23 +488,11 @@ void MainWindow::OnTimeTables()
 {
     if (!m_project)
         return;
-    XmlDocument& timeTables = m_project->TimeTables();
-    timeTables.BeginJournal();
-    int result = QDialog::Rejected;
-    {
-        ZoDlgTimeTableSetup dialog(this, &timeTables);
+    RunJournaled(ProjectDoc::TimeTables, 60079, [this] {
+        ZoDlgTimeTableSetup dialog(this, &m_project->TimeTables());
         dialog.m_whereUsed = [this](QWidget* parent, QString const& reference) { PickUse(parent, reference); };
-        result = dialog.DoModal();
-    }
-    bool const changed = timeTables.JournalHasChanges();
-    bool const keep = result == QDialog::Accepted || (changed && !ZoAskYesNo(this, 60079));
-    if (keep) {
-        timeTables.EndJournal();
-        if (changed)
-            SaveDocuments({ProjectDoc::TimeTables});
-    } else {
-        timeTables.UndoJournal();
-    }
+        return dialog.DoModal();
+    });
     UpdatePanel();
 }
 

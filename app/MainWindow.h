@@ -55,6 +55,10 @@ public:
     // and, on its OK, applies it as one change and saves the events and the devices.
     void OnExportSheet();
     void OnImportSheet();
+    // Events > Templates, Stamp from Template, Update from Templates (MainWindowTemplates.cpp).
+    void OnTemplates();
+    void OnStampTemplate();
+    void OnUpdateFromTemplates();
     void OnAbout();
     // The Problems window, once Check Project has opened it (null before).
     ProblemsWindow* Problems() const { return m_problems; }
@@ -74,12 +78,18 @@ protected:
 private:
     void CreateActions();
     void CreateMenus();
+    // The templates' three actions, appended to the Events menu.
+    void AddTemplateActions(QMenu* events);
     void UpdateRecentMenu();
     void UpdateActions();
     void UpdateTitle();
     void UpdatePanel();
     // Saves these documents and any whose earlier save failed; tells the user on failure.
     bool SaveDocuments(std::initializer_list<zo::project::ProjectDoc> docs);
+    // Runs a dialog that changes the document as the user works: under the document's
+    // journal, kept by OK, asked about (discardQuestion) when cancelled after a change and
+    // then undone on Yes; what is kept is saved. True when a change was kept.
+    bool RunJournaled(zo::project::ProjectDoc doc, unsigned discardQuestion, std::function<int()> const& run);
     // Before the project is closed: offers to save unsaved changes; false to stay.
     bool MaySaveChanges();
     // Runs the event editor on a working copy of the events, on the event find() picks in
@@ -124,6 +134,7 @@ private:
     QAction* m_rename = nullptr;
     QAction* m_exportSheet = nullptr;
     QAction* m_importSheet = nullptr;
+    QList<QAction*> m_templateActions;
     QAction* m_about = nullptr;
     ProblemsWindow* m_problems = nullptr;
     UsesWindow* m_uses = nullptr;

@@ -4,10 +4,12 @@
 //   uses    every place that uses a device, variable, event, time table... (docs/uses.md)
 //   rename  a device, a variable code or an event, with every reference to it
 //   export, import   the events as a spreadsheet (docs/spreadsheet.md)
+//   stamp   events from a template over devices (docs/templates.md)
 #include "CheckCommand.h"
 #include "CliText.h"
 #include "RenameCommand.h"
 #include "SheetCommands.h"
+#include "StampCommand.h"
 #include "UsesCommand.h"
 
 #include <QCoreApplication>
@@ -23,6 +25,7 @@ constexpr char const* kUsage = "usage: zoevents COMMAND [OPTIONS] FOLDER\n"
                                "  rename  rename a device, a variable code or an event everywhere\n"
                                "  export  write the events as a spreadsheet (see docs/spreadsheet.md)\n"
                                "  import  apply an edited spreadsheet of the events, with a preview\n"
+                               "  stamp   make events from a template over devices (see docs/templates.md)\n"
                                "run 'zoevents COMMAND --help' for the options of a command";
 
 } // namespace
@@ -58,7 +61,8 @@ int main(int argc, char* argv[])
     for (Command const& other : {Command{"uses", kUsesUsage, RunUsesCommand},
                                  Command{"rename", kRenameUsage, RunRenameCommand},
                                  Command{"export", kExportUsage, RunExportCommand},
-                                 Command{"import", kImportUsage, RunImportCommand}}) {
+                                 Command{"import", kImportUsage, RunImportCommand},
+                                 Command{"stamp", kStampUsage, RunStampCommand}}) {
         if (command != QLatin1String(other.name))
             continue;
         if (arguments.contains("--help") || arguments.contains("-h")) {

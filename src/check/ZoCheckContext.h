@@ -225,6 +225,8 @@ void CheckEventIdentity(ZoProjectChecker::Context& context, EventUnderCheck cons
 void CheckEventFormulas(ZoProjectChecker::Context& context, EventUnderCheck const& event);
 void CheckEventReferences(ZoProjectChecker::Context& context, EventUnderCheck const& event);
 void CheckEventActions(ZoProjectChecker::Context& context, EventUnderCheck const& event);
+// The note on stamped events that differ from their template (ZoTemplateRules.cpp).
+void CheckTemplateDrift(ZoProjectChecker::Context& context);
 
 
 } // namespace zo::check

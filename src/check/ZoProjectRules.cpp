@@ -489,6 +489,7 @@ void ProjectPass::Report()
     CheckRegistrations(context);
     state.ReportDuplicates();
     CheckFloodBound(context, state.always, state.byTable);
+    CheckTemplateDrift(context);
 }
 
 } // namespace zo::check

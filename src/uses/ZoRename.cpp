@@ -5,9 +5,12 @@
 #include "platform/tools/ZoIds.h"
 #include "platform/tools/ZoTexts.h"
 #include "platform/tools/ZoUtf.h"
+#include "templates/TemplateStore.h"
 #include "uses/ZoEventFields.h"
 #include "uses/ZoFormulaReferences.h"
 #include "uses/ZoProjectNames.h"
+
+#include <unordered_map>
 
 using namespace zo::uses;
 
@@ -61,6 +64,15 @@ void CollectEventChanges(XmlNode const* eventsRoot, Rewrite const& rewrite, ZoRe
     });
 }
 
+// The positions of node and its parents among their siblings, from the root's children down.
+std::vector<std::uint32_t> PathOf(XmlNode const& node)
+{
+    std::vector<std::uint32_t> path;
+    for (XmlNode const* step = &node; step->Parent(); step = step->Parent())
+        path.insert(path.begin(), PositionIn(*step));
+    return path;
+}
+
 // The change of a catalog element's own name (a driver's `name`, a variable's `code`).
 ZoRenameChange DefinitionChange(XmlNode const& driver, XmlNode const& key, std::wstring const& after)
 {
@@ -72,12 +84,50 @@ ZoRenameChange DefinitionChange(XmlNode const& driver, XmlNode const& key, std::
     change.place.name = ZoFromUtf8(driver.ValueUtf8(L"name"));
     change.place.id = ZoFromUtf8(driver.ValueUtf8(L"id"));
     change.place.field = ZoCheckField::Name;
-    for (XmlNode const* step = &key; step->Parent(); step = step->Parent())
-        change.place.path.insert(change.place.path.begin(), PositionIn(*step));
+    change.place.path = PathOf(key);
     change.node = Writable(&key);
     change.before = ZoFromUtf8(key.TextUtf8());
     change.after = after;
     return change;
+}
+
+// A stamped event remembers the device it was stamped over: the link follows the device's
+// new name, so that the event stays in step with its template (an update from the template
+// then brings its texts to the new name).
+void CollectStampChanges(XmlNode* eventsRoot, ZoRenameRequest const& request, ZoRenamePlan& plan)
+{
+    std::string const oldName = ZoToUtf8(request.oldName);
+    std::vector<zo::templates::StampLink> links;
+    for (zo::templates::StampLink const& link : zo::templates::StampLinks(eventsRoot))
+        if (link.device == oldName)
+            links.push_back(link);
+    if (links.empty())
+        return;
+    // The linked events' names, found in one walk of the events.
+    std::unordered_map<std::string_view, XmlNode const*> byId;
+    for (zo::templates::StampLink const& link : links)
+        byId.emplace(link.eventId, nullptr);
+    if (XmlNode const* events = eventsRoot->Child(L"events"))
+        for (XmlNode const* event = events->FirstChild(); event; event = event->NextSibling())
+            if (auto found = byId.find(event->ValueUtf8(L"id")); found != byId.end())
+                found->second = event;
+    for (zo::templates::StampLink const& link : links) {
+        XmlNode const* event = byId[link.eventId];
+        XmlNode* key = link.stamp->Child(zo::templates::kStampDeviceKey);
+        if (!event || !key)
+            continue; // a link whose event is gone is dropped at the next stamp or update
+        ZoRenameChange change;
+        change.place.rule = "rename";
+        change.place.file = zo::project::ProjectDoc::Events;
+        change.place.subject = ZoCheckSubject::Event;
+        change.place.name = ZoFromUtf8(event->ValueUtf8(L"name"));
+        change.place.id = ZoFromUtf8(link.eventId);
+        change.place.path = PathOf(*key);
+        change.node = key;
+        change.before = request.oldName;
+        change.after = request.newName;
+        plan.changes.push_back(std::move(change));
+    }
 }
 
 bool PlanDevice(XmlDocument& events, XmlDocument& devices, ZoRenameRequest const& request, ZoRenamePlan& plan,
@@ -95,6 +145,7 @@ bool PlanDevice(XmlDocument& events, XmlDocument& devices, ZoRenameRequest const
     plan.changes.push_back(DefinitionChange(*driver, *driver->Child(L"name"), request.newName));
     Rewrite const rewrite{request.oldName, {}, ZoReferencePart::Device, request.newName, true};
     CollectEventChanges(events.Root(), rewrite, plan);
+    CollectStampChanges(events.Root(), request, plan);
     return true;
 }
 

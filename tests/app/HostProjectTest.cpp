@@ -12,10 +12,10 @@ TEST_F(HostProject, DemoOpensWithItsCountsAndConsistentReferences)
     DemoWindow demo;
     EXPECT_EQ(answers.Count(), 0);
     EXPECT_EQ(demo.Label("projectNameLabel"), "Riverside Pumping Station");
-    EXPECT_EQ(demo.Label("eventsCountLabel"), "22");
+    EXPECT_EQ(demo.Label("eventsCountLabel"), "24");
     EXPECT_EQ(demo.Label("eventGroupsCountLabel"), "5");
     EXPECT_EQ(demo.Label("timeTablesCountLabel"), "7");
-    EXPECT_EQ(demo.Label("eventDevicesCountLabel"), "22");
+    EXPECT_EQ(demo.Label("eventDevicesCountLabel"), "24");
     EXPECT_TRUE(demo.window.windowTitle().startsWith("Riverside Pumping Station"));
     // The module's services see the open project.
     EXPECT_EQ(QString::fromStdWString(ZoVelmoraSetup::instance().CfgPath()), demo.window.Project()->Folder());
@@ -44,7 +44,7 @@ TEST_F(HostProject, DemoOpensWithItsCountsAndConsistentReferences)
         for (auto it = group->Child(L"groups")->ChildsBegin(); it != group->Child(L"groups")->ChildsEnd(); ++it)
             pending.push_back(*it);
     }
-    EXPECT_EQ(std::set<std::wstring>(eventIds.begin(), eventIds.end()).size(), 22u);
+    EXPECT_EQ(std::set<std::wstring>(eventIds.begin(), eventIds.end()).size(), 24u);
     EXPECT_EQ(registered, eventIds);
 }
 

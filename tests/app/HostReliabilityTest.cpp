@@ -172,7 +172,7 @@ TEST_F(HostReliability, RunningOutOfMemoryIsReportedNotFatal)
     EXPECT_EQ(answers.Ids(), std::vector<unsigned>{60040});
     EXPECT_TRUE(Contains(answers.LastText(), ".zocfg cannot be read: there is not enough memory.")) << answers.LastText();
     EXPECT_EQ(demo.window.Project()->Folder(), QFileInfo(demo.dir.path()).absoluteFilePath());
-    EXPECT_EQ(demo.Label("eventsCountLabel"), "22");
+    EXPECT_EQ(demo.Label("eventsCountLabel"), "24");
 
     QByteArray const events = ReadBytes(demo.File(ProjectDoc::Events));
     QStringList const entries = FolderEntries(demo.dir.path());
@@ -187,7 +187,7 @@ TEST_F(HostReliability, RunningOutOfMemoryIsReportedNotFatal)
     EXPECT_EQ(ReadBytes(demo.File(ProjectDoc::Events)), events);
     EXPECT_EQ(FolderEntries(demo.dir.path()), entries);
     EXPECT_TRUE(demo.window.HasUnsavedChanges());
-    EXPECT_EQ(demo.Label("eventsCountLabel"), "21");
+    EXPECT_EQ(demo.Label("eventsCountLabel"), "23");
 }
 
 // Byte offsets of files over 2 GiB are shown as they are, not wrapped to negative numbers.

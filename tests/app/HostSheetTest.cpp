@@ -69,7 +69,7 @@ TEST_F(HostSheet, ExportWritesTheSheetOfTheProjectToTheChosenFile)
     }
     QByteArray const written = ReadBytes(path);
     EXPECT_EQ(written.toStdString(), DemoSheet(demo));
-    EXPECT_TRUE(demo.window.statusBar()->currentMessage().startsWith("22 events exported to "));
+    EXPECT_TRUE(demo.window.statusBar()->currentMessage().startsWith("24 events exported to "));
 }
 
 TEST_F(HostSheet, ThePreviewShowsEveryChangeAndItsOkAppliesAndSavesThemAsOne)
@@ -103,7 +103,7 @@ TEST_F(HostSheet, ThePreviewShowsEveryChangeAndItsOkAppliesAndSavesThemAsOne)
         QApplication::setActiveWindow(&dialog);
         EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
         EXPECT_EQ(QApplication::focusWidget(), dialog.findChild<QTreeView*>("previewList"));
-        EXPECT_EQ(Text(dialog, "countsLabel"), "1 added, 1 modified, 20 unchanged.");
+        EXPECT_EQ(Text(dialog, "countsLabel"), "1 added, 1 modified, 22 unchanged.");
         EXPECT_TRUE(Text(dialog, "statusLabel").startsWith("The import is refused"));
         EXPECT_FALSE(dialog.findChild<QPushButton*>("okButton")->isEnabled());
         EXPECT_EQ(Rows(dialog).value(0), "5 | Refused |  | Column 12 (groups): No event group is named \"Spare\".");
@@ -118,8 +118,8 @@ TEST_F(HostSheet, ThePreviewShowsEveryChangeAndItsOkAppliesAndSavesThemAsOne)
                   (QStringList{" | New group | Spare | ",
                                "3 | Modified | Reservoir overflow | name: \"Tank overflow\" → \"Reservoir overflow\"",
                                "5 | Modified | Tank dry-run risk | groups: \"Reservoir | Pumps\" → \"Reservoir | Spare\"",
-                               "24 | New | Night check | ",
-                               "24 | Warning | Night check | stop condition: No deadband: a threshold comparison of "
+                               "26 | New | Night check | ",
+                               "26 | Warning | Night check | stop condition: No deadband: a threshold comparison of "
                                "[PLC1.TANK_LEVEL] without a stop condition."}).join("\n").toStdString());
         EXPECT_TRUE(dialog.findChild<QPushButton*>("okButton")->isEnabled());
         QTest::keyClick(dialog.findChild<QTreeView*>("previewList"), Qt::Key_Escape);
@@ -138,7 +138,7 @@ TEST_F(HostSheet, ThePreviewShowsEveryChangeAndItsOkAppliesAndSavesThemAsOne)
     EXPECT_TRUE(events.contains("<name>Spare</name>"));
     EXPECT_NE(ReadBytes(demo.File(ProjectDoc::Devices)), devicesBefore); // the new event is registered
     EXPECT_FALSE(demo.window.HasUnsavedChanges());
-    EXPECT_EQ(demo.window.statusBar()->currentMessage().toStdString(), "Import applied: 1 added, 2 modified, 20 unchanged.");
+    EXPECT_EQ(demo.window.statusBar()->currentMessage().toStdString(), "Import applied: 1 added, 2 modified, 22 unchanged.");
 }
 
 TEST_F(HostSheet, AnUnreadableSheetIsToldAndAnUnchangedOneChangesNothing)

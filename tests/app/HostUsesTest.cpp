@@ -49,8 +49,9 @@ TEST_F(HostUses, TheWindowListsEveryUseAndEnterOpensTheEditorAtTheActionsMoment)
     QTreeView* list = uses->List();
     EXPECT_EQ(Rows(list), (QStringList{"event \"Tank high level\" | Actions, Activation, action 1, column 1",
                                        "event \"Tank overflow\" | Actions, While active, action 1, column 1",
-                                       "event \"Tank dry-run risk\" | Actions, Activation, action 1, column 1"}));
-    EXPECT_EQ(uses->findChild<QLabel*>("countLabel")->text(), "3 uses");
+                                       "event \"Tank dry-run risk\" | Actions, Activation, action 1, column 1",
+                                       "event \"PUMP1 stalled\" | Actions, Activation, action 1, column 1"}));
+    EXPECT_EQ(uses->findChild<QLabel*>("countLabel")->text(), "4 uses");
     EXPECT_EQ(list->currentIndex().row(), 0);
 
     list->setCurrentIndex(list->model()->index(1, 0));
@@ -95,14 +96,14 @@ TEST_F(HostUses, RenameShowsThePreviewBeforeOkAppliesItAndSavesBothFiles)
         EXPECT_EQ(ModalScript::ClickOk(dialog), QDialog::Rejected);
         auto* list = dialog.findChild<QTreeView*>("previewList");
         previewRows = list->model()->rowCount();
-        EXPECT_EQ(message->text(), "17 references in 18 places will change. OK applies them all.");
+        EXPECT_EQ(message->text(), "23 references in 23 places will change. OK applies them all.");
         EXPECT_EQ(list->model()->index(1, RenamePreviewModel::BeforeColumn).data().toString(), "[PUMP1.START_CMD]");
         EXPECT_EQ(list->model()->index(1, RenamePreviewModel::AfterColumn).data().toString(), "[Pump 1.B.START_CMD]");
         return ModalScript::ClickOk(dialog);
     }));
     demo.window.findChild<QAction*>("renameAction")->trigger();
     EXPECT_EQ(modal.Classes(), QStringList{"RenameDlg"});
-    EXPECT_EQ(previewRows, 18);
+    EXPECT_EQ(previewRows, 23);
     EXPECT_FALSE(demo.window.HasUnsavedChanges());
     EXPECT_TRUE(ReadBytes(demo.File(ProjectDoc::Events)).contains("<variable>[Pump 1.B.START_CMD]</variable>"));
     QByteArray renamed = ReadBytes(demo.File(ProjectDoc::Devices));
@@ -170,7 +171,7 @@ TEST_F(HostUses, TheVariableChooserShowsWhereItsCurrentVariableIsUsed)
     EXPECT_TRUE(button->text().contains('&'));
     ModalScript modal(ModalScript::As<UsesWindow>([](UsesWindow& window) {
         EXPECT_EQ(window.findChild<QLineEdit*>("referenceEdit")->text(), "[PUMP1.START_CMD]");
-        EXPECT_EQ(window.Model().rowCount(), 3);
+        EXPECT_EQ(window.Model().rowCount(), 4);
         return ModalScript::Reject()(window);
     }));
     button->click();
@@ -219,7 +220,7 @@ TEST_F(HostUses, TheTimeTablesSetupAndTheGroupsDialogShowWhereTheSelectedOneIsUs
         TriggerWhereUsed(groups.CreateContextMenu().get());
         return ModalScript::Reject()(groups);
     }));
-    modal.Then(ExpectUses("group:Pumps", 10));
+    modal.Then(ExpectUses("group:Pumps", 12));
     demo.window.OnTimeTables();
     demo.window.OnEventGroups();
     EXPECT_EQ(modal.Classes(), (QStringList{"ZoDlgTimeTableSetup", "UsesWindow", "ZoEDlgEventGroupsCfg", "UsesWindow"}));

@@ -13,6 +13,12 @@
 #   MAKE_DIR_DOC     make this folder with a folder in place of Devices.zocfg first
 #   COPY_WARNING     copy examples/demo here first, with one annotation placeholder that
 #                    refers to a missing argument (a warning and nothing else)
+#   STDOUT_MATCH     a regular expression the standard output must match (optional)
+#   COPY_DEMO        copy examples/demo here first
+#   UNSTAMP          ON: with COPY_DEMO, forget which events were stamped from templates
+#   EDIT_FROM        with COPY_DEMO, a text of its Events.zocfg replaced by EDIT_TO first
+#   SAVED_MATCH      a regular expression COPY_DEMO's Events.zocfg must match afterwards
+#   SAVED_UNCHANGED  ON: COPY_DEMO's Events.zocfg and Devices.zocfg are left as they were
 string(REPLACE "|" ";" arguments "${ARGS}")
 if(MAKE_DIR_DOC)
   file(REMOVE_RECURSE "${MAKE_DIR_DOC}")
@@ -26,6 +32,23 @@ if(COPY_WARNING)
   file(WRITE "${COPY_WARNING}/Events.zocfg" "${events}")
 endif()
 
+if(COPY_DEMO)
+  file(REMOVE_RECURSE "${COPY_DEMO}")
+  file(COPY "${SOURCE_DIR}/examples/demo/" DESTINATION "${COPY_DEMO}")
+  if(UNSTAMP)
+    file(READ "${COPY_DEMO}/Events.zocfg" events)
+    string(REGEX REPLACE "<stampedEvents>.*</stampedEvents>" "" events "${events}")
+    file(WRITE "${COPY_DEMO}/Events.zocfg" "${events}")
+  endif()
+  if(EDIT_FROM)
+    file(READ "${COPY_DEMO}/Events.zocfg" events)
+    string(REPLACE "${EDIT_FROM}" "${EDIT_TO}" events "${events}")
+    file(WRITE "${COPY_DEMO}/Events.zocfg" "${events}")
+  endif()
+  file(READ "${COPY_DEMO}/Events.zocfg" events_before)
+  file(READ "${COPY_DEMO}/Devices.zocfg" devices_before)
+endif()
+
 execute_process(COMMAND "${PROGRAM}" ${arguments}
                 RESULT_VARIABLE status OUTPUT_VARIABLE out ERROR_VARIABLE err)
 if(NOT status STREQUAL "${STATUS}")
@@ -37,6 +60,22 @@ if(STDOUT_FILE)
     file(WRITE "${CMAKE_CURRENT_BINARY_DIR}/check-output.txt" "${out}")
     message(FATAL_ERROR "the output differs from ${STDOUT_FILE} (written to "
                         "${CMAKE_CURRENT_BINARY_DIR}/check-output.txt):\n${out}")
+  endif()
+endif()
+if(STDOUT_MATCH AND NOT out MATCHES "${STDOUT_MATCH}")
+  message(FATAL_ERROR "the output does not match ${STDOUT_MATCH}:\n${out}\nstderr:\n${err}")
+endif()
+if(SAVED_MATCH)
+  file(READ "${COPY_DEMO}/Events.zocfg" events_after)
+  if(NOT events_after MATCHES "${SAVED_MATCH}")
+    message(FATAL_ERROR "Events.zocfg does not match ${SAVED_MATCH}")
+  endif()
+endif()
+if(SAVED_UNCHANGED)
+  file(READ "${COPY_DEMO}/Events.zocfg" events_after)
+  file(READ "${COPY_DEMO}/Devices.zocfg" devices_after)
+  if(NOT events_after STREQUAL events_before OR NOT devices_after STREQUAL devices_before)
+    message(FATAL_ERROR "the project's files changed")
   endif()
 endif()
 if(STDOUT_EMPTY AND NOT out STREQUAL "")

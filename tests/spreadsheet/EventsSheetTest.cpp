@@ -37,7 +37,7 @@ TEST_F(DemoSheet, ExportThenImportChangesNothingAndExportsTheSameBytes)
     ASSERT_EQ(sheet.substr(0, 3), "\xEF\xBB\xBF");
     EXPECT_EQ(sheet.substr(3, Header().size()), Header());
     ZoImportPlan const plan = Plan(sheet, {true, false});
-    EXPECT_EQ(Report(plan), "0 added, 0 modified, 22 unchanged, 0 deleted.\n");
+    EXPECT_EQ(Report(plan), "0 added, 0 modified, 24 unchanged, 0 deleted.\n");
     EXPECT_FALSE(plan.ChangesAnything());
 
     // As a spreadsheet program saves it back: semicolons, every cell quoted, LF, no mark.
@@ -53,7 +53,7 @@ TEST_F(DemoSheet, ExportThenImportChangesNothingAndExportsTheSameBytes)
         }
         resaved += "\n";
     }
-    EXPECT_EQ(Report(Plan(resaved)), "0 added, 0 modified, 22 unchanged.\n");
+    EXPECT_EQ(Report(Plan(resaved)), "0 added, 0 modified, 24 unchanged.\n");
 }
 
 TEST_F(DemoSheet, AnEditedSheetImportsToTheExpectedTree)
@@ -71,13 +71,13 @@ TEST_F(DemoSheet, AnEditedSheetImportsToTheExpectedTree)
     ZoImportPlan plan = Plan(sheet);
     ASSERT_FALSE(plan.Refused()) << Report(plan);
     ZoCheckImport(plan, Target());
-    EXPECT_EQ(Report(plan), "1 added, 3 modified, 19 unchanged.\n"
+    EXPECT_EQ(Report(plan), "1 added, 3 modified, 21 unchanged.\n"
                             "Line 3: event \"Reservoir overflow\": name: \"Tank overflow\" → \"Reservoir overflow\"\n"
                             "Line 4: event \"Tank low level\": arguments: \"a1=[PLC1.TANK_LEVEL]:.1\" → "
                             "\"a1=[PLC1.TANK_LEVEL]:.2 | a2=[PLC1.TANK_LEVEL]*2:\"\n"
                             "Line 6: event \"Pump 1 fault\": conditionStop: \"\" → \"[PUMP1.FAULT] == 0\"\n"
-                            "Line 24: new event \"New alarm\"\n"
-                            "Line 24: warning: event \"New alarm\": condition: Chattering risk: the condition compares "
+                            "Line 26: new event \"New alarm\"\n"
+                            "Line 26: warning: event \"New alarm\": condition: Chattering risk: the condition compares "
                             "[PLC1.TANK_LEVEL] with no activation delay and no stop condition. (chattering)\n");
     std::size_t const actions = Export().find("activate: mail | client activate: screen");
     EXPECT_NE(actions, std::string::npos); // checking left the documents as they were
@@ -107,7 +107,7 @@ TEST_F(DemoSheet, AnEditedSheetImportsToTheExpectedTree)
     // The sheet of the new tree reads as it was imported.
     std::string const again = Export();
     EXPECT_NE(again.find("New alarm,\"Two, \"\"quoted\"\"\nlines\",T,T,F,"), std::string::npos);
-    EXPECT_EQ(Report(Plan(again)), "0 added, 0 modified, 23 unchanged.\n");
+    EXPECT_EQ(Report(Plan(again)), "0 added, 0 modified, 25 unchanged.\n");
 }
 
 TEST_F(DemoSheet, FaultyRowsAreRefusedWithTheirLineAndColumnAndNothingIsApplied)
@@ -129,12 +129,12 @@ TEST_F(DemoSheet, FaultyRowsAreRefusedWithTheirLineAndColumnAndNothingIsApplied)
          {"Line 4, column 1 (id): No event has this id.\n",
           "Line 5, column 4 (enabled): \"maybe\" is not a yes or no value: write T or F.\n",
           "Line 5, column 12 (groups): No event group is named \"Spare\".\n",
-          "Line 24, column 7 (condition): The condition is empty.\n",
-          "Line 24, column 11 (timeTable): No time table is named \"Never\".\n",
-          "Line 24, column 16 (arguments): The argument \"a2=1:\" is not written a1=formula:format.\n",
-          "Line 26, column 1 (id): This id is also on line 2.\n",
+          "Line 26, column 7 (condition): The condition is empty.\n",
+          "Line 26, column 11 (timeTable): No time table is named \"Never\".\n",
+          "Line 26, column 16 (arguments): The argument \"a2=1:\" is not written a1=formula:format.\n",
+          "Line 28, column 1 (id): This id is also on line 2.\n",
           "Line 3, column 2 (name): Another event is named \"Pump 2 fault\".\n",
-          "Line 25, column 2 (name): Another event is named \"Mains failure\".\n"})
+          "Line 27, column 2 (name): Another event is named \"Mains failure\".\n"})
         EXPECT_NE(report.find(expected), std::string::npos) << expected << "\nin:\n" << report;
     ZoCheckImport(plan, Target());
     EXPECT_TRUE(plan.findings.empty());
@@ -145,7 +145,7 @@ TEST_F(DemoSheet, FaultyRowsAreRefusedWithTheirLineAndColumnAndNothingIsApplied)
     // With the groups created, the row with the new group passes.
     std::string const grouped = Replace(Export(), ",Reservoir | Pumps,", ",Reservoir | Spare,");
     ZoImportPlan const created = Plan(grouped, {false, true});
-    EXPECT_EQ(Report(created), "0 added, 1 modified, 21 unchanged.\nNew event group \"Spare\"\n"
+    EXPECT_EQ(Report(created), "0 added, 1 modified, 23 unchanged.\nNew event group \"Spare\"\n"
                                "Line 5: event \"Tank dry-run risk\": groups: \"Reservoir | Pumps\" → \"Reservoir | Spare\"\n");
     ZoApplyImport(created, Target());
     EXPECT_NE(m_project->Events().Root()->Node(L"eventsGroups/eventsGroup?name=Spare?"), nullptr);
@@ -162,7 +162,7 @@ TEST_F(DemoSheet, ColumnsInAnyOrderUnknownOnesNamedMissingEventsDeletedWhenAsked
     ASSERT_FALSE(plan.Refused()) << Report(plan);
     std::string const report = Report(plan);
     EXPECT_EQ(report.substr(0, report.find("Event \"")),
-              "0 added, 1 modified, 1 unchanged, 20 deleted.\nColumn 1 (comment) is not imported.\n"
+              "0 added, 1 modified, 1 unchanged, 22 deleted.\nColumn 1 (comment) is not imported.\n"
               "Line 4: event \"Tank high\": name: \"Tank overflow\" → \"Tank high\"\n");
     std::wstring const deletedId = Event(L"Pump 1 fault")->Value(L"id", L"");
     ZoApplyImport(plan, Target());
@@ -227,7 +227,7 @@ TEST_F(DemoSheet, HostileSheetsAreRefusedWithTheirLineAndReasonAndNothingIsAppli
         EXPECT_TRUE(ZoApplyImport(plan, Target()).empty());
     }
     EXPECT_FALSE(m_project->Events().JournalHasChanges());
-    EXPECT_EQ(Report(Plan(Export())), "0 added, 0 modified, 22 unchanged.\n");
+    EXPECT_EQ(Report(Plan(Export())), "0 added, 0 modified, 24 unchanged.\n");
 }
 
 } // namespace

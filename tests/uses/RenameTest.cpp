@@ -4,10 +4,15 @@
 
 #include "ProjectFolder.h"
 #include "check/ZoProjectChecker.h"
+#include "platform/drivers/ZoDeviceCatalog.h"
 #include "support/XmlText.h"
+#include "templates/TemplateDrift.h"
+#include "templates/TemplateStore.h"
 #include "uses/ZoRename.h"
 
 #include <QDir>
+
+#include <algorithm>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -216,6 +221,39 @@ TEST_F(RenameDemo, ARenameAndItsReverseRestoreTheFilesByteForByteAndTheCheckFind
         EXPECT_EQ(Bytes(ProjectDoc::Events), events);
         EXPECT_EQ(Bytes(ProjectDoc::Devices), devices);
     }
+}
+
+// The demo's "PUMP1 stalled" was stamped from a template over PUMP1: its link follows the
+// device's new name, so the event differs from its template only in the plain texts that
+// name the device, and an update brings it in step.
+TEST_F(RenameDemo, AStampedEventFollowsItsRenamedDeviceAndDriftsOnlyInItsPlainTexts)
+{
+    std::wstring error;
+    std::unique_ptr<ProjectFolder> project = ProjectFolder::Open(m_folder.path(), error);
+    ASSERT_TRUE(project);
+    ZoRenamePlan plan;
+    ASSERT_TRUE(ZoPlanRename(project->Events(), project->Devices(), {ZoRenameKind::Device, {}, L"PUMP1", L"P-101"},
+                             plan, error));
+    auto const link = std::find_if(plan.changes.begin(), plan.changes.end(),
+                                   [](ZoRenameChange const& change) { return change.place.name == L"PUMP1 stalled"
+                                                                             && change.before == L"PUMP1"; });
+    ASSERT_NE(link, plan.changes.end());
+    ZoApplyRename(plan.changes);
+
+    ZoDeviceCatalog catalog;
+    catalog.LoadDevices(project->Devices().Root());
+    zo::templates::DriftReport const report = zo::templates::FindDrift(project->Events().Root(), catalog);
+    EXPECT_TRUE(report.withoutDevice.empty());
+    ASSERT_EQ(report.drifted.size(), 1u);
+    EXPECT_EQ(report.drifted[0].device, L"P-101");
+    // The formulas were rewritten by the rename; the texts that only name the device were not.
+    std::vector<std::wstring> fields;
+    for (zo::templates::FieldDifference const& difference : report.drifted[0].differences)
+        fields.push_back(difference.field + L": " + difference.expected);
+    EXPECT_EQ(fields, (std::vector<std::wstring>{L"name: P-101 stalled", L"annotation: P-101 stalled at %a1 %%",
+                                                 L"deaAnnotation: P-101 turning again"}));
+    EXPECT_EQ(zo::templates::UpdateFromTemplates(project->Events().Root(), catalog, report.drifted), 1);
+    EXPECT_TRUE(zo::templates::FindDrift(project->Events().Root(), catalog).drifted.empty());
 }
 
 // The alarm rules read the catalog's kinds through the variables' names: a device renamed to

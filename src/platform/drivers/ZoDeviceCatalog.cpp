@@ -54,6 +54,12 @@ void ZoDeviceCatalog::Install(std::unique_ptr<ZoDeviceCatalog> catalog)
     InstalledCatalog() = std::move(catalog);
 }
 
+std::unique_ptr<ZoDeviceCatalog> ZoDeviceCatalog::Exchange(std::unique_ptr<ZoDeviceCatalog> catalog)
+{
+    std::swap(InstalledCatalog(), catalog);
+    return catalog;
+}
+
 void ZoInstallProjectCatalog(XmlDocument::XmlNode const* deviceTree, XmlDocument::XmlNode const* events)
 {
     auto catalog = std::make_unique<ZoDeviceCatalog>();

@@ -56,6 +56,9 @@ public:
     static ZoDeviceCatalog* Installed();
     // Installs a catalog (null: none), destroying the one installed before.
     static void Install(std::unique_ptr<ZoDeviceCatalog> catalog);
+    // Installs a catalog for a while and hands back the one installed before (null when
+    // none), alive and unchanged for whatever still points at it, to be exchanged back.
+    static std::unique_ptr<ZoDeviceCatalog> Exchange(std::unique_ptr<ZoDeviceCatalog> catalog);
 
 private:
     struct DevicesPart {
