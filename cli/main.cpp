@@ -1,8 +1,10 @@
 // zoevents: the project editor's command-line program, for build servers and scripts.
 // Subcommands:
 //   check   every fault of a project folder (docs/check.md)
+//   when    when an event may fire, and which events may fire at a moment (docs/timeline.md)
 #include "CheckCommand.h"
 #include "CliText.h"
+#include "WhenCommand.h"
 
 #include <QCoreApplication>
 
@@ -13,6 +15,7 @@ namespace {
 constexpr char const* kUsage = "usage: zoevents COMMAND [OPTIONS] FOLDER\n"
                                "commands:\n"
                                "  check   report every fault of a project folder (see docs/check.md)\n"
+                               "  when    when an event may fire (see docs/timeline.md)\n"
                                "run 'zoevents COMMAND --help' for the options of a command";
 
 } // namespace
@@ -39,6 +42,13 @@ int main(int argc, char* argv[])
             return 0;
         }
         return RunCheckCommand(arguments, stdout, stderr);
+    }
+    if (command == "when") {
+        if (arguments.contains("--help") || arguments.contains("-h")) {
+            WriteLine(stdout, kWhenUsage);
+            return 0;
+        }
+        return RunWhenCommand(arguments, stdout, stderr);
     }
     WriteLine(stderr, "zoevents: unknown command '" + command.toStdString() + "'");
     WriteLine(stderr, kUsage);

@@ -1,4 +1,5 @@
 #include "timetables/ZoTimeTableResolution.h"
+#include "platform/calendar/ZoColourWord.h"
 
 using XmlNode = XmlDocument::XmlNode;
 
@@ -43,7 +44,8 @@ void ZoTimeTableResolution::ReadDays(XmlNode const* days)
             continue;
         DayMinuteMap map;
         map.MarkSlotsOf(day);
-        m_days.try_emplace(day->Value(L"id", L""), map.Slots());
+        m_days.try_emplace(day->Value(L"id", L""),
+                           DayProgram{map.Slots(), day->Value(L"name", L""), ZoDayColourWord(day)});
     }
 }
 
@@ -121,7 +123,19 @@ std::wstring const* ZoTimeTableResolution::DayProgramOn(std::wstring_view id, QD
 std::vector<DaySlot> const& ZoTimeTableResolution::SlotsOfDay(std::wstring_view dayId) const
 {
     auto const day = m_days.find(dayId);
-    return day == m_days.end() ? m_none : day->second;
+    return day == m_days.end() ? m_none : day->second.daySlots;
+}
+
+std::wstring const& ZoTimeTableResolution::DayProgramName(std::wstring_view dayId) const
+{
+    auto const day = m_days.find(dayId);
+    return day == m_days.end() ? m_noName : day->second.name;
+}
+
+unsigned ZoTimeTableResolution::DayProgramColor(std::wstring_view dayId) const
+{
+    auto const day = m_days.find(dayId);
+    return day == m_days.end() ? 0xFFFFFFu : day->second.color;
 }
 
 std::vector<DaySlot> const& ZoTimeTableResolution::SlotsOn(std::wstring_view id, QDate date) const

@@ -41,6 +41,12 @@ public:
     bool AllowsAny(std::wstring_view id, QDate from, QDate to) const;
     // Whether the day program exists (for the references of weeks and calendars).
     bool HasDayProgram(std::wstring_view dayId) const;
+    // A day program's name and display colour (the stored 24-bit colour word, red in the
+    // low byte); empty and white when there is no such day program.
+    std::wstring const& DayProgramName(std::wstring_view dayId) const;
+    unsigned DayProgramColor(std::wstring_view dayId) const;
+    // The slots of a day program (none when there is no such day program).
+    std::vector<DaySlot> const& SlotsOfDay(std::wstring_view dayId) const;
 
 private:
     struct Hash {
@@ -56,10 +62,15 @@ private:
     void ReadDays(XmlDocument::XmlNode const* days);
     void ReadWeeks(XmlDocument::XmlNode const* weeks);
     void ReadCalendars(XmlDocument::XmlNode const* calendars);
-    std::vector<DaySlot> const& SlotsOfDay(std::wstring_view dayId) const;
 
-    Map<std::vector<DaySlot>> m_days;
+    struct DayProgram {
+        std::vector<DaySlot> daySlots;
+        std::wstring name;
+        unsigned color = 0xFFFFFF;
+    };
+    Map<DayProgram> m_days;
     Map<Week> m_weeks;
     Map<Calendar> m_calendars;
     std::vector<DaySlot> const m_none;
+    std::wstring const m_noName;
 };

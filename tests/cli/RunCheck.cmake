@@ -6,6 +6,7 @@
 #   STDOUT_FILE      a file the standard output must equal (optional)
 #   STDOUT_EMPTY     ON: nothing on the standard output
 #   STDOUT_REJECT    a regular expression the standard output must not match (optional)
+#   STDOUT_MATCH     a regular expression the standard output must match (optional)
 #   STDERR_MATCH     a regular expression the standard error must match (optional)
 #   JSON_LIKE        a text output file: the JSON output must parse and hold as many
 #                    findings, errors and warnings as it has lines of each (optional)
@@ -43,6 +44,9 @@ if(STDOUT_EMPTY AND NOT out STREQUAL "")
 endif()
 if(STDOUT_REJECT AND out MATCHES "${STDOUT_REJECT}")
   message(FATAL_ERROR "the output matches ${STDOUT_REJECT}:\n${out}")
+endif()
+if(STDOUT_MATCH AND NOT out MATCHES "${STDOUT_MATCH}")
+  message(FATAL_ERROR "the output does not match ${STDOUT_MATCH}:\n${out}")
 endif()
 if(STDERR_MATCH AND NOT err MATCHES "${STDERR_MATCH}")
   message(FATAL_ERROR "standard error does not match ${STDERR_MATCH}:\n${err}")
