@@ -1,5 +1,8 @@
 #include "timetables/ZoTimeTableResolution.h"
 #include "platform/calendar/ZoColourWord.h"
+#include "platform/tools/ZoUtf.h"
+
+#include <algorithm>
 
 using XmlNode = XmlDocument::XmlNode;
 
@@ -42,10 +45,8 @@ void ZoTimeTableResolution::ReadDays(XmlNode const* days)
     for (XmlNode const* day = days->FirstChild(); day; day = day->NextSibling()) {
         if (!day->HasTag(L"day"))
             continue;
-        DayMinuteMap map;
-        map.MarkSlotsOf(day);
         m_days.try_emplace(day->Value(L"id", L""),
-                           DayProgram{map.Slots(), day->Value(L"name", L""), ZoDayColourWord(day)});
+                           DayProgram{DaySlotsOf(day), day->Value(L"name", L""), ZoDayColourWord(day)});
     }
 }
 
@@ -61,6 +62,16 @@ void ZoTimeTableResolution::ReadWeeks(XmlNode const* weeks)
             entries[day - 1] = week->Value((L"day" + std::to_wstring(day)).c_str(), L"");
         m_weeks.try_emplace(week->Value(L"id", L""), std::move(entries));
     }
+}
+
+std::uint32_t ZoTimeTableResolution::EntryIndex(std::string_view utf8)
+{
+    auto found = m_entryIndex.find(utf8);
+    if (found == m_entryIndex.end()) {
+        found = m_entryIndex.emplace(std::string(utf8), static_cast<std::uint32_t>(m_entryIds.size())).first;
+        m_entryIds.push_back(ZoFromUtf8(utf8));
+    }
+    return found->second;
 }
 
 void ZoTimeTableResolution::ReadCalendars(XmlNode const* calendars)
@@ -81,11 +92,21 @@ void ZoTimeTableResolution::ReadCalendars(XmlNode const* calendars)
                     continue;
                 for (XmlNode const* day = month->FirstChild(); day; day = day->NextSibling()) {
                     if (int const dayNumber = NumberAfter(day->Tag(), L"day", 31))
-                        dates[DateKey(number, monthNumber, dayNumber)] = day->Value();
+                        dates.emplace_back(DateKey(number, monthNumber, dayNumber), EntryIndex(day->TextUtf8()));
                 }
             }
         }
-        m_calendars.try_emplace(calendar->Value(L"id", L""), std::move(dates));
+        // The last entry of a date counts, as when the calendar editor paints it again.
+        std::stable_sort(dates.begin(), dates.end(), [](auto const& a, auto const& b) { return a.first < b.first; });
+        Calendar unique;
+        unique.reserve(dates.size());
+        for (auto const& date : dates) {
+            if (!unique.empty() && unique.back().first == date.first)
+                unique.back() = date;
+            else
+                unique.push_back(date);
+        }
+        m_calendars.try_emplace(calendar->Value(L"id", L""), std::move(unique));
     }
 }
 
@@ -114,8 +135,11 @@ std::wstring const* ZoTimeTableResolution::DayProgramOn(std::wstring_view id, QD
         return entry.empty() ? nullptr : &entry;
     }
     if (auto const calendar = m_calendars.find(id); calendar != m_calendars.end()) {
-        auto const entry = calendar->second.find(DateKey(date.year(), date.month(), date.day()));
-        return entry == calendar->second.end() ? nullptr : &entry->second;
+        Calendar const& dates = calendar->second;
+        int const key = DateKey(date.year(), date.month(), date.day());
+        auto const entry = std::lower_bound(dates.begin(), dates.end(), key,
+                                            [](auto const& item, int wanted) { return item.first < wanted; });
+        return entry == dates.end() || entry->first != key ? nullptr : &m_entryIds[entry->second];
     }
     return nullptr;
 }

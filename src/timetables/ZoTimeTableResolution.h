@@ -5,6 +5,7 @@
 #include <QDate>
 
 #include <array>
+#include <cstdint>
 
 #include <string>
 #include <string_view>
@@ -56,12 +57,16 @@ private:
     template <class Value>
     using Map = std::unordered_map<std::wstring, Value, Hash, std::equal_to<>>;
     using Week = std::array<std::wstring, 7>;
-    // (year * 16 + month) * 32 + day -> day program id
-    using Calendar = std::unordered_map<int, std::wstring>;
+    // (date key, index in m_entryIds) sorted by date key, one entry a date: (year * 16 +
+    // month) * 32 + day -> the day program id of the calendar's entry for that date.
+    using Calendar = std::vector<std::pair<int, std::uint32_t>>;
 
     void ReadDays(XmlDocument::XmlNode const* days);
     void ReadWeeks(XmlDocument::XmlNode const* weeks);
     void ReadCalendars(XmlDocument::XmlNode const* calendars);
+    // The index in m_entryIds of a calendar entry's text (stored UTF-8), added when new: a
+    // calendar repeats a few day program ids over hundreds of dates.
+    std::uint32_t EntryIndex(std::string_view utf8);
 
     struct DayProgram {
         std::vector<DaySlot> daySlots;
@@ -71,6 +76,12 @@ private:
     Map<DayProgram> m_days;
     Map<Week> m_weeks;
     Map<Calendar> m_calendars;
+    std::vector<std::wstring> m_entryIds;
+    struct Utf8Hash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>()(text); }
+    };
+    std::unordered_map<std::string, std::uint32_t, Utf8Hash, std::equal_to<>> m_entryIndex;
     std::vector<DaySlot> const m_none;
     std::wstring const m_noName;
 };

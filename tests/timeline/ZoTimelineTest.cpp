@@ -186,3 +186,27 @@ TEST(TimelineCoverage, AProjectWithoutEventsCountsNothing)
 }
 
 } // namespace
+
+namespace {
+
+// The resolution reads many day programs at once by sorting their slots; the editors by
+// marking minutes. Both must give one slot list.
+TEST(TimelineDaySlots, SortedSlotsEqualTheMinuteMap)
+{
+    std::string const days[] = {
+        Slot("08:00", "12:00") + Slot("11:00", "13:00") + Slot("13:00", "14:00"), // overlap, then touch
+        Slot("22:00", "24:00") + Slot("00:00", "00:00") + Slot("00:00", "06:00"), // an empty slot
+        Slot("10:00", "09:00") + Slot("25:00", "26:00") + Slot("07:30", "07:31"), // invalid ones
+        Slot("00:00", "24:00") + Slot("05:00", "06:00"),
+        "",
+    };
+    for (std::string const& slots : days) {
+        XmlDocument doc;
+        Load(doc, Day("d", "FFFFFF", slots));
+        DayMinuteMap map;
+        map.MarkSlotsOf(doc.Root());
+        EXPECT_EQ(DaySlotsOf(doc.Root()), map.Slots()) << slots;
+    }
+}
+
+} // namespace
