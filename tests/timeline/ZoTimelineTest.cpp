@@ -200,12 +200,12 @@ TEST(TimelineDaySlots, SortedSlotsEqualTheMinuteMap)
         Slot("00:00", "24:00") + Slot("05:00", "06:00"),
         "",
     };
-    for (std::string const& slots : days) {
+    for (std::string const& daySlots : days) {
         XmlDocument doc;
-        Load(doc, Day("d", "FFFFFF", slots));
+        Load(doc, Day("d", "FFFFFF", daySlots));
         DayMinuteMap map;
         map.MarkSlotsOf(doc.Root());
-        EXPECT_EQ(DaySlotsOf(doc.Root()), map.Slots()) << slots;
+        EXPECT_EQ(DaySlotsOf(doc.Root()), map.Slots()) << daySlots;
     }
 }
 
