@@ -47,6 +47,8 @@ public:
     void OnTimeSlot();
     // Events > Check Project (F7): checks the whole project and shows the Problems window.
     void OnCheckProject();
+    // Events > Time Table Coverage.
+    void OnTimeTableCoverage();
     void OnAbout();
     // The Problems window, once Check Project has opened it (null before).
     ProblemsWindow* Problems() const { return m_problems; }
@@ -95,6 +97,7 @@ private:
     QAction* m_timeSlot = nullptr;
     QAction* m_eventVariables = nullptr;
     QAction* m_checkProject = nullptr;
+    QAction* m_coverage = nullptr;
     QAction* m_about = nullptr;
     ProblemsWindow* m_problems = nullptr;
     std::unique_ptr<ZoProjectChecker> m_checker; // of the findings the Problems window shows

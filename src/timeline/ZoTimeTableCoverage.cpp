@@ -22,7 +22,8 @@ ZoTimeTableCoverage::ZoTimeTableCoverage(XmlNode const* events, ZoTimeTableResol
     std::unordered_map<std::string_view, std::uint32_t> maskOf; // reference as stored -> m_masks
     std::vector<int> users;                                      // events by mask
     m_events.reserve(static_cast<std::size_t>(events->Size()));
-    for (XmlNode const* event = events->FirstChild(); event; event = event->NextSibling()) {
+    std::uint32_t position = 0;
+    for (XmlNode const* event = events->FirstChild(); event; event = event->NextSibling(), ++position) {
         if (!eventTag || event->TagKey() != eventTag)
             continue;
         std::string_view notify, disabled, table;
@@ -43,7 +44,7 @@ ZoTimeTableCoverage::ZoTimeTableCoverage(XmlNode const* events, ZoTimeTableResol
             users.push_back(0);
         }
         ++users[found->second];
-        m_events.emplace_back(event, found->second);
+        m_events.push_back({{event, position}, found->second});
     }
     for (std::size_t mask = 0; mask < m_masks.size(); ++mask)
         for (int hour = 0; hour < kHours; ++hour)
@@ -85,14 +86,14 @@ int ZoTimeTableCoverage::PeakHour() const
     return static_cast<int>(std::max_element(m_counts.begin(), m_counts.end()) - m_counts.begin());
 }
 
-std::vector<XmlNode const*> ZoTimeTableCoverage::EventsAt(int hour) const
+std::vector<ZoTimeTableCoverage::Allowed> ZoTimeTableCoverage::EventsAt(int hour) const
 {
-    std::vector<XmlNode const*> allowed;
+    std::vector<Allowed> allowed;
     if (hour < 0 || hour >= kHours)
         return allowed;
     allowed.reserve(static_cast<std::size_t>(m_counts[static_cast<std::size_t>(hour)]));
-    for (auto const& [event, mask] : m_events)
-        if (m_masks[mask][static_cast<std::size_t>(hour)])
-            allowed.push_back(event);
+    for (Counted const& counted : m_events)
+        if (m_masks[counted.mask][static_cast<std::size_t>(hour)])
+            allowed.push_back(counted.allowed);
     return allowed;
 }

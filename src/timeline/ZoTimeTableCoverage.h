@@ -30,8 +30,13 @@ public:
     int PeakHour() const;
     // The notifying events of the project.
     int NotifyingCount() const { return static_cast<int>(m_events.size()); }
-    // The notifying events allowed in the hour, in document order.
-    std::vector<XmlDocument::XmlNode const*> EventsAt(int hour) const;
+    // The notifying events allowed in the hour, in document order, with their positions
+    // among the children of `events`.
+    struct Allowed {
+        XmlDocument::XmlNode const* event;
+        std::uint32_t position;
+    };
+    std::vector<Allowed> EventsAt(int hour) const;
 
 private:
     using HourMask = std::bitset<kHours>;
@@ -39,6 +44,10 @@ private:
 
     QDate m_weekStart;
     std::vector<HourMask> m_masks;                                      // by distinct reference
-    std::vector<std::pair<XmlDocument::XmlNode const*, std::uint32_t>> m_events; // event, its mask
+    struct Counted {
+        Allowed allowed;
+        std::uint32_t mask;
+    };
+    std::vector<Counted> m_events;
     std::array<int, kHours> m_counts{};
 };
