@@ -137,11 +137,12 @@ std::string Event(std::string const& name, std::string const& keys)
     return "<event><name>" + name + "</name>" + keys + "</event>";
 }
 
-std::string Names(std::vector<XmlNode const*> const& events)
+// "name@position" of each event.
+std::string Names(std::vector<ZoTimeTableCoverage::Allowed> const& events)
 {
     std::string out;
-    for (XmlNode const* event : events)
-        out += (out.empty() ? "" : ",") + Text(event->Value(L"name", L""));
+    for (auto const& allowed : events)
+        out += (out.empty() ? "" : ",") + Text(allowed.event->Value(L"name", L"")) + "@" + std::to_string(allowed.position);
     return out;
 }
 
@@ -172,8 +173,8 @@ TEST_F(Timeline, CoverageOfAWeekCountsNotifyingEventsByHour)
     EXPECT_EQ(coverage.CountAt(-1), 0);
     EXPECT_EQ(coverage.Peak(), 3);
     EXPECT_EQ(coverage.PeakHour(), hour(0, 8));
-    EXPECT_EQ(Names(coverage.EventsAt(hour(3, 23))), "always,newyear");
-    EXPECT_EQ(Names(coverage.EventsAt(hour(6, 9))), "always,office,office2");
+    EXPECT_EQ(Names(coverage.EventsAt(hour(3, 23))), "always@0,newyear@2");
+    EXPECT_EQ(Names(coverage.EventsAt(hour(6, 9))), "always@0,office@1,office2@7");
     EXPECT_EQ(Names(coverage.EventsAt(ZoTimeTableCoverage::kHours)), "");
 }
 
