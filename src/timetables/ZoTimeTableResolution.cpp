@@ -85,14 +85,16 @@ void ZoTimeTableResolution::ReadCalendars(XmlNode const* calendars)
         for (XmlNode const* year = calendar->FirstChild(); year; year = year->NextSibling()) {
             if (!year->HasTag(L"year"))
                 continue;
-            int const number = std::wcstol(year->Value(L"year", L"0").c_str(), nullptr, 10);
+            long const number = std::wcstol(year->Value(L"year", L"0").c_str(), nullptr, 10);
+            if (number < 1 || number > 9999)
+                continue; // no date of such a year is ever asked for
             for (XmlNode const* month = year->FirstChild(); month; month = month->NextSibling()) {
                 int const monthNumber = NumberAfter(month->Tag(), L"month", 12);
                 if (!monthNumber)
                     continue;
                 for (XmlNode const* day = month->FirstChild(); day; day = day->NextSibling()) {
                     if (int const dayNumber = NumberAfter(day->Tag(), L"day", 31))
-                        dates.emplace_back(DateKey(number, monthNumber, dayNumber), EntryIndex(day->TextUtf8()));
+                        dates.emplace_back(DateKey(static_cast<int>(number), monthNumber, dayNumber), EntryIndex(day->TextUtf8()));
                 }
             }
         }
