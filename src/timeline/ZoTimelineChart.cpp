@@ -62,7 +62,8 @@ void ZoTimelineChart::paintEvent(QPaintEvent* event)
     painter.fillRect(event->rect(), palette().base());
     int const rowHeight = RowHeight();
     int const left = LabelWidth();
-    double const hourWidth = std::max(1.0, (width() - left - 8) / 24.0);
+    // Room on the right for half of the last hour label ("24").
+    double const hourWidth = std::max(1.0, (width() - left - fontMetrics().horizontalAdvance(QStringLiteral("24"))) / 24.0);
     auto const xOf = [&](int minute) { return left + static_cast<int>(minute * hourWidth / 60.0); };
     painter.setPen(palette().color(QPalette::Text));
     for (int hour = 0; hour <= 24; hour += 3)
