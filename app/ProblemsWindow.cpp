@@ -115,14 +115,7 @@ void ProblemsWindow::OpenCurrent()
 
 bool ProblemsWindow::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == m_list && event->type() == QEvent::KeyPress) {
-        auto* key = static_cast<QKeyEvent*>(event);
-        if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
-            OpenCurrent();
-            return true;
-        }
-    }
-    if (ZoListViewportEvent(m_list, watched, event, nullptr, [this] { OpenCurrent(); }))
+    if (ZoListOpenEvent(m_list, watched, event, [this] { OpenCurrent(); }))
         return true;
     return QDialog::eventFilter(watched, event);
 }

@@ -184,14 +184,7 @@ void ZoDlgTimeTableCoverage::OpenCurrent()
 
 bool ZoDlgTimeTableCoverage::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == m_list && event->type() == QEvent::KeyPress) {
-        auto* key = static_cast<QKeyEvent*>(event);
-        if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
-            OpenCurrent();
-            return true;
-        }
-    }
-    if (ZoListViewportEvent(m_list, watched, event, nullptr, [this] { OpenCurrent(); }))
+    if (ZoListOpenEvent(m_list, watched, event, [this] { OpenCurrent(); }))
         return true;
     return ZoDialog::eventFilter(watched, event);
 }

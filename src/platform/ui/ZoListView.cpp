@@ -146,6 +146,19 @@ bool ZoListViewportEvent(QAbstractItemView const* list, QObject const* watched, 
     return false;
 }
 
+bool ZoListOpenEvent(QAbstractItemView const* list, QObject const* watched, QEvent const* event,
+                     std::function<void()> const& open)
+{
+    if (watched == list && event->type() == QEvent::KeyPress) {
+        int const key = static_cast<QKeyEvent const*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            open();
+            return true;
+        }
+    }
+    return ZoListViewportEvent(list, watched, event, nullptr, open);
+}
+
 std::unique_ptr<QMenu> ZoNewCopyPasteMenu(QWidget* parent, bool canCopy, bool canPaste, std::function<void()> copy,
                                           std::function<void()> paste)
 {

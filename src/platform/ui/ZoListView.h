@@ -54,6 +54,12 @@ bool ZoListKey(QKeyEvent* key, bool selected, ZoListKeyCommands const& commands)
 bool ZoListViewportEvent(QAbstractItemView const* list, QObject const* watched, QEvent const* event,
                          std::function<void()> const& resized, std::function<void()> const& doubleClicked);
 
+// For a list that opens its current row (the Problems window, the coverage's events): Enter
+// or Return on the list, or a left double click on its viewport, runs `open`, and the event
+// is used up. The list and its viewport must be filtered by the caller.
+bool ZoListOpenEvent(QAbstractItemView const* list, QObject const* watched, QEvent const* event,
+                     std::function<void()> const& open);
+
 // The context menu of a list with Copy (when canCopy) and Paste (when canPaste), named
 // copyAction and pasteAction; null when neither applies.
 std::unique_ptr<QMenu> ZoNewCopyPasteMenu(QWidget* parent, bool canCopy, bool canPaste, std::function<void()> copy,
