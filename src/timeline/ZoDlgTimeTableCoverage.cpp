@@ -105,7 +105,7 @@ ZoDlgTimeTableCoverage::~ZoDlgTimeTableCoverage() = default;
 
 void ZoDlgTimeTableCoverage::OnInitDialog()
 {
-    m_chart->setFocus(Qt::OtherFocusReason);
+    m_week->setFocus(Qt::OtherFocusReason);
 }
 
 QDate ZoDlgTimeTableCoverage::Week() const
