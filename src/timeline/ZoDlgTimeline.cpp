@@ -4,7 +4,6 @@
 #include "platform/tools/ZoTexts.h"
 #include "timeline/ZoTimelineChart.h"
 #include "timeline/ZoTimelineRows.h"
-#include "timeline/ZoEventTimelines.h"
 
 #include <QComboBox>
 #include <QDateEdit>
@@ -175,15 +174,35 @@ void ZoShowTimeline(QWidget* parent, XmlDocument::XmlNode const* root, std::wstr
     dialog.DoModal();
 }
 
-QPushButton* ZoAddTimelineButton(QDialogButtonBox* buttons, QWidget* dialog, XmlDocument::XmlNode const* container,
-                                 XmlDocument::XmlNode const* element)
+QPushButton* ZoAddTimelineButton(QDialogButtonBox* buttons, QWidget* dialog, XmlDocument::XmlNode const* element,
+                                 XmlDocument::XmlNode const* days, XmlDocument::XmlNode const* weeks,
+                                 XmlDocument::XmlNode const* calendars,
+                                 std::function<void(XmlDocument::XmlNode*)> unsaved)
 {
     QPushButton* button = buttons->addButton(ZoText(64939), QDialogButtonBox::ActionRole);
     button->setObjectName("timelineButton");
     button->setAutoDefault(false);
-    XmlDocument::XmlNode const* root = container ? container->Parent() : nullptr;
-    std::wstring const id = element ? element->Value(L"id", L"") : std::wstring();
-    button->setEnabled(!id.empty() && ZoFindTimeTable(root, id).element != nullptr);
-    QObject::connect(button, &QPushButton::clicked, dialog, [dialog, root, id] { ZoShowTimeline(dialog, root, id); });
+    button->setEnabled(element && !element->Value(L"id", L"").empty());
+    QObject::connect(button, &QPushButton::clicked, dialog, [=] {
+        // The containers as they are now, under one root as the resolution reads them; the
+        // element's copy sits at the element's place in its container's copy.
+        XmlDocument tables;
+        tables.Create(L"timeTables");
+        XmlDocument::XmlNode* edited = nullptr;
+        for (auto const& [tag, container] : {std::pair{L"days", days}, {L"weeks", weeks}, {L"calendars", calendars}}) {
+            XmlDocument::XmlNode* copy = tables.Root()->NewChild(tag);
+            if (!container)
+                continue;
+            *copy = *container;
+            XmlDocument::XmlNode* mirror = copy->FirstChild();
+            for (XmlDocument::XmlNode const* child = container->FirstChild(); child && mirror;
+                 child = child->NextSibling(), mirror = mirror->NextSibling())
+                if (child == element)
+                    edited = mirror;
+        }
+        if (edited && unsaved)
+            unsaved(edited);
+        ZoShowTimeline(dialog, tables.Root(), element->Value(L"id", L""));
+    });
     return button;
 }

@@ -2,6 +2,7 @@
 #include "config/XmlDocument.h"
 #include "platform/ui/ZoModal.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -53,8 +54,12 @@ private:
 // Runs the timeline of that reference modally (the editors' "Timeline..." buttons).
 void ZoShowTimeline(QWidget* parent, XmlDocument::XmlNode const* timeTablesRoot, std::wstring const& reference);
 
-// Adds "Timeline..." to a time-table editor's buttons: the timeline of the table with the
-// element's id, as the time tables under the container's parent hold it (the editor's
-// changes count once it ends with OK); disabled while the table is new.
-QPushButton* ZoAddTimelineButton(QDialogButtonBox* buttons, QWidget* dialog, XmlDocument::XmlNode const* container,
-                                 XmlDocument::XmlNode const* element);
+// Adds "Timeline..." to a time-table editor's buttons: the timeline of the element's table
+// over the three containers the editor was given (its own being the working copy it edits)
+// as they are when it is clicked. `unsaved` writes what the editor holds apart from the
+// element (slots, painted dates) into a copy of it, so that the timeline shows the table as
+// OK would leave it. Disabled when the element has no id.
+QPushButton* ZoAddTimelineButton(QDialogButtonBox* buttons, QWidget* dialog, XmlDocument::XmlNode const* element,
+                                 XmlDocument::XmlNode const* days, XmlDocument::XmlNode const* weeks,
+                                 XmlDocument::XmlNode const* calendars,
+                                 std::function<void(XmlDocument::XmlNode*)> unsaved = {});

@@ -46,7 +46,7 @@ ZoDlgTimeTableWeekly::ZoDlgTimeTableWeekly(QWidget* parent, XmlNode* element, Xm
         m_pictures[day]->setMinimumWidth(260);
     }
     m_buttons = ZoNewOkCancelBox(this, m_ok, m_cancel);
-    ZoAddTimelineButton(m_buttons, this, m_weeks, m_element);
+    ZoAddTimelineButton(m_buttons, this, m_element, m_days, m_weeks, m_calendars);
     connect(m_ok, &QPushButton::clicked, this, &ZoDlgTimeTableWeekly::OnOK);
     connect(m_cancel, &QPushButton::clicked, this, &ZoDlgTimeTableWeekly::reject);
     setSizeGripEnabled(true);

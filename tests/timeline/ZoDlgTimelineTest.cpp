@@ -133,13 +133,23 @@ TEST_F(TimelineDialog, TheSetupAndTheEditorsOpenTheTimelineOfTheirTable)
     ASSERT_EQ(titles.size(), 1);
     EXPECT_TRUE(titles.back().startsWith("Timeline of " + name + " (")) << titles.back().toStdString();
 
-    XmlNode* weeks = m_doc.Root()->Child(L"weeks");
-    XmlNode* week = weeks->FirstChild();
-    modal.Then(record);
-    ZoDlgTimeTableWeekly editor(nullptr, week, weeks, m_doc.Root()->Child(L"days"), m_doc.Root()->Child(L"calendars"));
+    // An editor works on a copy of its container, as the setup runs it; the timeline reads
+    // that copy beside the other containers.
+    XmlDocument weeks(*m_doc.Root()->Child(L"weeks"));
+    XmlNode* week = weeks.Root()->FirstChild();
+    week->EraseTag(L"day1"); // an unsaved change: Monday without a day program
+    std::wstring monday;
+    modal.Then(ModalScript::As<ZoDlgTimeline>([&](ZoDlgTimeline& timeline) {
+        titles << timeline.windowTitle();
+        monday = timeline.Rows().Describe(timeline.Rows().DayOn(QDate(2026, 3, 2)));
+        return int(QDialog::Rejected);
+    }));
+    ZoDlgTimeTableWeekly editor(nullptr, week, weeks.Root(), m_doc.Root()->Child(L"days"),
+                                m_doc.Root()->Child(L"calendars"));
     editor.EnsureInitialized();
     editor.findChild<QPushButton*>("timelineButton")->click();
     EXPECT_EQ(titles.back(), "Timeline of nights (week program)");
+    EXPECT_EQ(monday, L"Mon 2026-03-02: no day program, not allowed");
 }
 
 TEST_F(TimelineDialog, TheEventEditorOpensTheTimelineOfTheChosenTable)
