@@ -170,18 +170,6 @@ std::vector<DaySlot> const& ZoTimeTableResolution::SlotsOn(std::wstring_view id,
     return day ? SlotsOfDay(*day) : m_none;
 }
 
-std::vector<ZoTimeTableResolution::Period> ZoTimeTableResolution::AllowedPeriods(std::wstring_view id, QDate from,
-                                                                                   QDate to) const
-{
-    std::vector<Period> periods;
-    if (KindOf(id) == Kind::None)
-        return periods;
-    for (QDate date = from; date.isValid() && date <= to; date = date.addDays(1))
-        for (DaySlot const& slot : SlotsOn(id, date))
-            periods.push_back({date, slot});
-    return periods;
-}
-
 bool ZoTimeTableResolution::AllowsAny(std::wstring_view id, QDate from, QDate to) const
 {
     if (KindOf(id) == Kind::Day)

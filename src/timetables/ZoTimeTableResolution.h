@@ -20,14 +20,10 @@
 // counting (ids share one space). A week program applies its day entry of the date's
 // weekday (day 1 = Monday); a calendar its entry for the date. A date without an entry, or
 // whose entry names no day program, allows nothing; so does an id that resolves to nothing.
+// The allowed intervals over a span, across midnight, are timeline/ZoTimeline.h's.
 class ZoTimeTableResolution {
 public:
     enum class Kind { None, Day, Week, Calendar };
-
-    struct Period {
-        QDate date;
-        DaySlot slot; // minutes of that date
-    };
 
     explicit ZoTimeTableResolution(XmlDocument::XmlNode const* timeTablesRoot);
 
@@ -36,8 +32,6 @@ public:
     std::wstring const* DayProgramOn(std::wstring_view id, QDate date) const;
     // The slots open on the date (none when no day program applies).
     std::vector<DaySlot> const& SlotsOn(std::wstring_view id, QDate date) const;
-    // The allowed periods from `from` to `to` (both included), in date order.
-    std::vector<Period> AllowedPeriods(std::wstring_view id, QDate from, QDate to) const;
     // Whether any minute from `from` to `to` is allowed.
     bool AllowsAny(std::wstring_view id, QDate from, QDate to) const;
     // Whether the day program exists (for the references of weeks and calendars).
