@@ -37,7 +37,8 @@ QSize ZoTimelineChart::sizeHint() const
 
 QSize ZoTimelineChart::minimumSizeHint() const
 {
-    return {LabelWidth() + 24 * 12, HeaderHeight() + 7 * RowHeight() + 1};
+    // Every row at its height: the scroll area scrolls rather than squeezes them.
+    return {LabelWidth() + 24 * 12, HeaderHeight() + m_rows->Days() * RowHeight() + 1};
 }
 
 void ZoTimelineChart::RowsChanged()
