@@ -43,8 +43,11 @@ QSize ZoTimelineChart::minimumSizeHint() const
 
 void ZoTimelineChart::RowsChanged()
 {
+    // Every row at its height at once; the scroll area widens the chart to its viewport
+    // when it lays it out again.
+    setMinimumHeight(minimumSizeHint().height());
+    resize(width(), minimumHeight());
     updateGeometry();
-    resize(width(), sizeHint().height());
     update();
 }
 
