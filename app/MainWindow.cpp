@@ -24,6 +24,7 @@
 #include "spreadsheet/SheetFile.h"
 #include "timetables/DaySlotEditing.h"
 #include "timetables/ZoDlgTimeTableSetup.h"
+#include "timeline/ZoDlgTimeTableCoverage.h"
 #include "variables/CDlgSelectVarEventsVariables.h"
 #include "DaySlotChooserDlg.h"
 #include "platform/setup/ZoEventSystem.h"
@@ -138,6 +139,9 @@ void MainWindow::CreateActions()
     connect(m_timeTables, &QAction::triggered, this, &MainWindow::OnTimeTables);
     connect(m_timeSlot, &QAction::triggered, this, &MainWindow::OnTimeSlot);
 
+    m_coverage = NewAction(this, 64925, "timeTableCoverageAction");
+    connect(m_coverage, &QAction::triggered, this, &MainWindow::OnTimeTableCoverage);
+
     m_checkProject = NewAction(this, 64572, "checkProjectAction");
     m_checkProject->setShortcut(QKeySequence(Qt::Key_F7));
     connect(m_checkProject, &QAction::triggered, this, &MainWindow::OnCheckProject);
@@ -177,6 +181,7 @@ void MainWindow::CreateMenus()
     events->addAction(m_timeSlot);
     events->addAction(m_eventVariables);
     AddTemplateActions(events);
+    events->addAction(m_coverage);
     events->addSeparator();
     events->addAction(m_checkProject);
     events->addAction(m_whereUsed);
@@ -217,6 +222,7 @@ void MainWindow::UpdateActions()
     m_eventGroups->setEnabled(open);
     m_timeTables->setEnabled(open);
     m_timeSlot->setEnabled(open);
+    m_coverage->setEnabled(open);
     m_checkProject->setEnabled(open);
     m_whereUsed->setEnabled(open);
     m_rename->setEnabled(open);
@@ -657,6 +663,19 @@ void MainWindow::OnOpenProblem(ZoFinding const& finding)
     // The event is checked again at once; the whole project follows in idle time.
     if (changed && m_problems)
         m_problems->ReplaceEventFindings(finding.path[1], m_checker->CheckEvent(finding.path[1]));
+}
+
+// Events > Time Table Coverage: a week's hours by the notifying events allowed; an event
+// opened from its list is edited as from the Problems window.
+void MainWindow::OnTimeTableCoverage()
+{
+    if (!m_project)
+        return;
+    ZoDlgTimeTableCoverage dialog(this, m_project->Events().Root()->Child(L"events"), m_project->TimeTables().Root());
+    connect(&dialog, &ZoDlgTimeTableCoverage::openRequested, this, [this](std::uint32_t position) {
+        EditEvent([position](XmlNode* root) { return ChildAt(root, position); });
+    });
+    dialog.DoModal();
 }
 
 void MainWindow::StartCheck()

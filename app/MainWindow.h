@@ -59,6 +59,8 @@ public:
     void OnTemplates();
     void OnStampTemplate();
     void OnUpdateFromTemplates();
+    // Events > Time Table Coverage.
+    void OnTimeTableCoverage();
     void OnAbout();
     // The Problems window, once Check Project has opened it (null before).
     ProblemsWindow* Problems() const { return m_problems; }
@@ -135,6 +137,7 @@ private:
     QAction* m_exportSheet = nullptr;
     QAction* m_importSheet = nullptr;
     QList<QAction*> m_templateActions;
+    QAction* m_coverage = nullptr;
     QAction* m_about = nullptr;
     ProblemsWindow* m_problems = nullptr;
     UsesWindow* m_uses = nullptr;

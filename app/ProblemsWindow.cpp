@@ -114,7 +114,7 @@ void ProblemsWindow::OpenCurrent()
 
 bool ProblemsWindow::eventFilter(QObject* watched, QEvent* event)
 {
-    if (ZoResultsListEvent(m_list, watched, event, [this] { OpenCurrent(); }))
+    if (ZoListOpenEvent(m_list, watched, event, [this] { OpenCurrent(); }))
         return true;
     return QDialog::eventFilter(watched, event);
 }

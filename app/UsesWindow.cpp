@@ -105,7 +105,7 @@ void UsesWindow::OpenCurrent()
 
 bool UsesWindow::eventFilter(QObject* watched, QEvent* event)
 {
-    if (ZoResultsListEvent(m_list, watched, event, [this] { OpenCurrent(); }))
+    if (ZoListOpenEvent(m_list, watched, event, [this] { OpenCurrent(); }))
         return true;
     return QDialog::eventFilter(watched, event);
 }

@@ -5,12 +5,14 @@
 //   rename  a device, a variable code or an event, with every reference to it
 //   export, import   the events as a spreadsheet (docs/spreadsheet.md)
 //   stamp   events from a template over devices (docs/templates.md)
+//   when    when an event may fire, and which events may fire at a moment (docs/timeline.md)
 #include "CheckCommand.h"
 #include "CliText.h"
 #include "RenameCommand.h"
 #include "SheetCommands.h"
 #include "StampCommand.h"
 #include "UsesCommand.h"
+#include "WhenCommand.h"
 
 #include <QCoreApplication>
 
@@ -26,6 +28,7 @@ constexpr char const* kUsage = "usage: zoevents COMMAND [OPTIONS] FOLDER\n"
                                "  export  write the events as a spreadsheet (see docs/spreadsheet.md)\n"
                                "  import  apply an edited spreadsheet of the events, with a preview\n"
                                "  stamp   make events from a template over devices (see docs/templates.md)\n"
+                               "  when    when an event may fire (see docs/timeline.md)\n"
                                "run 'zoevents COMMAND --help' for the options of a command";
 
 } // namespace
@@ -62,7 +65,8 @@ int main(int argc, char* argv[])
                                  Command{"rename", kRenameUsage, RunRenameCommand},
                                  Command{"export", kExportUsage, RunExportCommand},
                                  Command{"import", kImportUsage, RunImportCommand},
-                                 Command{"stamp", kStampUsage, RunStampCommand}}) {
+                                 Command{"stamp", kStampUsage, RunStampCommand},
+                                 Command{"when", kWhenUsage, RunWhenCommand}}) {
         if (command != QLatin1String(other.name))
             continue;
         if (arguments.contains("--help") || arguments.contains("-h")) {

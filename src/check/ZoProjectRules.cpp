@@ -2,6 +2,7 @@
 // tables, the device registrations, likely duplicates and the flood bound.
 #include "check/ZoCheckContext.h"
 #include "check/ZoFormulaShape.h"
+#include "timeline/ZoTimeline.h"
 
 #include "editor/ZoEventFields.h"
 #include "platform/tools/ZoFormat.h"
@@ -326,37 +327,24 @@ void CheckRegistrations(Context& context)
 
 // The largest number of notifying, enabled events that their time tables let fire at one
 // moment of the coming year: events without a time table count at every moment, those
-// whose table resolves to nothing never. One sweep over the periods of each table used.
+// whose table resolves to nothing never (ZoPeakAllowed).
 void CheckFloodBound(Context& context, int always, std::unordered_map<TableState const*, int> const& byTable)
 {
     if (always == 0 && byTable.empty())
         return;
-    // (minute from the first day, change in the count)
-    std::vector<std::pair<long long, int>> changes;
-    for (auto const& [table, count] : byTable) {
-        for (auto const& period : context.timeTables.AllowedPeriods(table->id, context.from, context.to)) {
-            long long const day = context.from.daysTo(period.date) * 1440LL;
-            changes.emplace_back(day + period.slot.from, count);
-            changes.emplace_back(day + period.slot.to, -count);
-        }
-    }
-    std::sort(changes.begin(), changes.end()); // ends before starts at one minute
-    int current = always;
-    int best = always;
-    long long bestMinute = 0;
-    for (auto const& [minute, change] : changes) {
-        current += change;
-        if (current > best) {
-            best = current;
-            bestMinute = minute;
-        }
-    }
-    if (best == 0)
+    std::vector<ZoCountedTable> counted;
+    counted.reserve(byTable.size());
+    for (auto const& [table, count] : byTable)
+        counted.push_back({table->id, count});
+    ZoPeak const peak = ZoPeakAllowed(context.timeTables, counted, always, context.from, context.to);
+    if (peak.count == 0)
         return;
-    QDateTime const moment = QDateTime(context.from, QTime(0, 0)).addSecs(bestMinute * 60);
-    std::wstring const when = moment.toString(QStringLiteral("ddd yyyy-MM-dd HH:mm")).toStdWString();
+    int const minute = ZoMinuteOf(peak.moment);
+    std::wstring const when = (ZoDateOf(peak.moment).toString(QStringLiteral("ddd yyyy-MM-dd "))
+                               + QTime(minute / 60, minute % 60).toString(QStringLiteral("HH:mm")))
+                                  .toStdWString();
     context.AddAt(ProjectDoc::Events, {context.eventsPosition}, ZoCheckSubject::Project, L"", L"", ZoSeverity::Note,
-                  "flood-bound", ZoFormat(ZoLoadString(64552).c_str(), best, when.c_str()));
+                  "flood-bound", ZoFormat(ZoLoadString(64552).c_str(), peak.count, when.c_str()));
 }
 
 } // namespace
@@ -458,7 +446,7 @@ void ProjectPass::State::ReportDuplicates()
 
 void ProjectPass::State::CollectFlood(EventUnderCheck const& event)
 {
-    if (event.Utf8(KeyNotify) != "T" || event.Utf8(KeyDisabled) != "F")
+    if (!ZoNotifiesWhenAllowed(event.Utf8(KeyNotify), event.Utf8(KeyDisabled)))
         return;
     std::string_view const table = event.Utf8(KeyTimeTable);
     if (table.empty()) {

@@ -1,6 +1,7 @@
 #include "ZoEDlgEventCfg.h"
 
 #include "editor/ZoTimeTableChoiceModel.h"
+#include "timeline/ZoDlgTimeline.h"
 #include "platform/formula/ZoEvaluator.h"
 #include "platform/setup/ZoEventSystem.h"
 #include "platform/tools/ZoIds.h"
@@ -165,8 +166,17 @@ QWidget* ZoEDlgEventCfg::BuildGeneralTab()
     m_delayDeactivateLabel =
         NewLabel(page, "delayDeactivateLabel", m_keys.Apply(ZoText(32803)), m_delayDeactivate);
 
+    // The timeline of the chosen time table, beside it.
+    auto* timeline = new QPushButton(m_keys.Apply(ZoText(64923)), page);
+    timeline->setObjectName(QStringLiteral("timelineButton"));
+    timeline->setAutoDefault(false);
+    connect(timeline, &QPushButton::clicked, this, [this] {
+        XmlNode const* table = m_timeTables->EntryAt(m_timeTable->currentIndex()).node;
+        ZoShowTimeline(this, m_timeTablesRoot, table ? table->Value(L"id", L"") : std::wstring());
+    });
     auto* timeTableRow = new QHBoxLayout;
     timeTableRow->addWidget(m_timeTable);
+    timeTableRow->addWidget(timeline);
     timeTableRow->addStretch(1);
     auto* flags = new QHBoxLayout;
     flags->setSpacing(24);

@@ -1,4 +1,5 @@
 #include "timetables/ZoDlgTimeTableDaily.h"
+#include "timeline/ZoDlgTimeline.h"
 #include "platform/calendar/ZoColourWord.h"
 #include "platform/calendar/ZoDayCtrl.h"
 #include "platform/ui/ZoMnemonics.h"
@@ -54,6 +55,8 @@ ZoDlgTimeTableDaily::ZoDlgTimeTableDaily(QWidget* parent, XmlNode* element, XmlN
     m_picture = new ZoDayCtrl(this);
     m_picture->setObjectName(QStringLiteral("dayPicture"));
     m_buttons = ZoNewOkCancelBox(this, m_ok, m_cancel);
+    ZoAddTimelineButton(m_buttons, this, m_element, m_days, m_weeks, m_calendars,
+                        [this](XmlNode* day) { WriteDaySlots(day, m_model->Map()); });
 
     connect(m_colourButton, &QPushButton::clicked, this, &ZoDlgTimeTableDaily::OnChooseColour);
     connect(m_add, &QPushButton::clicked, this, &ZoDlgTimeTableDaily::OnAddSlot);

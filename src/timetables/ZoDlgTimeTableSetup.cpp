@@ -1,4 +1,5 @@
 #include "timetables/ZoDlgTimeTableSetup.h"
+#include "timeline/ZoDlgTimeline.h"
 #include "platform/ui/ZoMnemonics.h"
 #include "platform/tools/ZoGuid.h"
 #include "platform/tools/ZoTexts.h"
@@ -49,6 +50,7 @@ ZoDlgTimeTableSetup::ZoDlgTimeTableSetup(QWidget* parent, XmlDocument* document)
     m_addButton = NewTimeTableButton(this, "addButton");
     m_modifyButton = NewTimeTableButton(this, "modifyButton");
     m_deleteButton = NewTimeTableButton(this, "deleteButton");
+    m_timelineButton = NewTimeTableButton(this, "timelineButton");
     m_okButton = NewTimeTableButton(this, "okButton", L"OK-16.png");
     m_okButton->setDefault(true);
     m_cancelButton = NewTimeTableButton(this, "cancelButton", L"CANCEL-16.png");
@@ -56,6 +58,7 @@ ZoDlgTimeTableSetup::ZoDlgTimeTableSetup(QWidget* parent, XmlDocument* document)
     connect(m_addButton, &QPushButton::clicked, this, &ZoDlgTimeTableSetup::OnAdd);
     connect(m_modifyButton, &QPushButton::clicked, this, &ZoDlgTimeTableSetup::OnModify);
     connect(m_deleteButton, &QPushButton::clicked, this, &ZoDlgTimeTableSetup::OnDelete);
+    connect(m_timelineButton, &QPushButton::clicked, this, &ZoDlgTimeTableSetup::OnTimeline);
     connect(m_okButton, &QPushButton::clicked, this, &ZoDlgTimeTableSetup::OnOK);
     // Cancel undoes nothing (every change is already in the document) but ends with Cancel.
     connect(m_cancelButton, &QPushButton::clicked, this, &QDialog::reject);
@@ -77,7 +80,8 @@ ZoDlgTimeTableSetup::~ZoDlgTimeTableSetup()
 
 void ZoDlgTimeTableSetup::Layout()
 {
-    ZoLayoutListDialog(this, m_label, m_list, {m_addButton, m_modifyButton, m_deleteButton}, m_okButton,
+    ZoLayoutListDialog(this, m_label, m_list, {m_addButton, m_modifyButton, m_deleteButton, m_timelineButton},
+                       m_okButton,
                        m_cancelButton);
 }
 
@@ -90,6 +94,7 @@ void ZoDlgTimeTableSetup::OnInitDialog()
     mnemonics.Set(m_addButton, ZoText(378));
     mnemonics.Set(m_modifyButton, ZoText(379));
     mnemonics.Set(m_deleteButton, ZoText(380));
+    mnemonics.Set(m_timelineButton, ZoText(64923));
     mnemonics.Set(m_label, ZoText(32773));
     m_addButton->setIcon(ZoImageIcon(L"NEW-16.png"));
     m_modifyButton->setIcon(ZoImageIcon(L"MODIFY-16.png"));
@@ -127,6 +132,7 @@ void ZoDlgTimeTableSetup::UpdateButtons()
 {
     std::size_t const selected = SelectedRows().size();
     m_modifyButton->setEnabled(selected == 1);
+    m_timelineButton->setEnabled(selected == 1);
     m_deleteButton->setEnabled(selected >= 1);
 }
 
@@ -257,6 +263,13 @@ void ZoDlgTimeTableSetup::OnModify()
     m_modified = true;
     UpdateList();
     SelectName(m_lastEdited);
+}
+
+void ZoDlgTimeTableSetup::OnTimeline()
+{
+    std::vector<int> const rows = SelectedRows();
+    if (rows.size() == 1)
+        ZoShowTimeline(this, m_document->Root(), m_model->RowAt(rows.front())->element->Value(L"id", L""));
 }
 
 void ZoDlgTimeTableSetup::OnDelete()

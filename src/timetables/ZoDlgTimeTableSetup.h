@@ -46,6 +46,8 @@ public:
 
     void OnAdd();
     void OnModify();
+    // Shows the timeline of the selected table, as the document holds it now.
+    void OnTimeline();
     void OnDelete();
     void CopyToClipboard();
     void PasteFromClipboard();
@@ -89,6 +91,7 @@ private:
     QTreeView* m_list = nullptr;
     QPushButton* m_addButton = nullptr;
     QPushButton* m_modifyButton = nullptr;
+    QPushButton* m_timelineButton = nullptr;
     QPushButton* m_deleteButton = nullptr;
     QPushButton* m_okButton = nullptr;
     QPushButton* m_cancelButton = nullptr;

@@ -1,4 +1,5 @@
 #include "timetables/ZoDlgTimeTableWeekly.h"
+#include "timeline/ZoDlgTimeline.h"
 #include "platform/calendar/ZoDayCtrl.h"
 #include "platform/ui/ZoMnemonics.h"
 #include "platform/tools/ZoFormat.h"
@@ -45,6 +46,7 @@ ZoDlgTimeTableWeekly::ZoDlgTimeTableWeekly(QWidget* parent, XmlNode* element, Xm
         m_pictures[day]->setMinimumWidth(260);
     }
     m_buttons = ZoNewOkCancelBox(this, m_ok, m_cancel);
+    ZoAddTimelineButton(m_buttons, this, m_element, m_days, m_weeks, m_calendars);
     connect(m_ok, &QPushButton::clicked, this, &ZoDlgTimeTableWeekly::OnOK);
     connect(m_cancel, &QPushButton::clicked, this, &ZoDlgTimeTableWeekly::reject);
     setSizeGripEnabled(true);

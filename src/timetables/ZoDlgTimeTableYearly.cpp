@@ -1,4 +1,5 @@
 #include "timetables/ZoDlgTimeTableYearly.h"
+#include "timeline/ZoDlgTimeline.h"
 #include "platform/calendar/CDlgFastSelection.h"
 #include "platform/calendar/ZoCalendar.h"
 #include "platform/ui/ZoMnemonics.h"
@@ -52,6 +53,8 @@ ZoDlgTimeTableYearly::ZoDlgTimeTableYearly(QWidget* parent, XmlNode* element, Xm
     m_calendar = new ZoCalendar(this);
     m_calendar->setObjectName(QStringLiteral("calendar"));
     m_buttons = ZoNewOkCancelBox(this, m_ok, m_cancel);
+    ZoAddTimelineButton(m_buttons, this, m_element, m_days, m_weeks, m_calendars,
+                        [this](XmlNode* calendar) { WriteCalendarDates(calendar, m_calendar->Dates(), m_days); });
 
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &ZoDlgTimeTableYearly::OnDayProgramChanged);

@@ -1,4 +1,8 @@
 #include "timetables/ZoTimeTableResolution.h"
+#include "platform/calendar/ZoColourWord.h"
+#include "platform/tools/ZoUtf.h"
+
+#include <algorithm>
 
 using XmlNode = XmlDocument::XmlNode;
 
@@ -41,9 +45,8 @@ void ZoTimeTableResolution::ReadDays(XmlNode const* days)
     for (XmlNode const* day = days->FirstChild(); day; day = day->NextSibling()) {
         if (!day->HasTag(L"day"))
             continue;
-        DayMinuteMap map;
-        map.MarkSlotsOf(day);
-        m_days.try_emplace(day->Value(L"id", L""), map.Slots());
+        m_days.try_emplace(day->Value(L"id", L""),
+                           DayProgram{DaySlotsOf(day), day->Value(L"name", L""), ZoDayColourWord(day)});
     }
 }
 
@@ -61,6 +64,16 @@ void ZoTimeTableResolution::ReadWeeks(XmlNode const* weeks)
     }
 }
 
+std::uint32_t ZoTimeTableResolution::EntryIndex(std::string_view utf8)
+{
+    auto found = m_entryIndex.find(utf8);
+    if (found == m_entryIndex.end()) {
+        found = m_entryIndex.emplace(std::string(utf8), static_cast<std::uint32_t>(m_entryIds.size())).first;
+        m_entryIds.push_back(ZoFromUtf8(utf8));
+    }
+    return found->second;
+}
+
 void ZoTimeTableResolution::ReadCalendars(XmlNode const* calendars)
 {
     if (!calendars)
@@ -72,18 +85,30 @@ void ZoTimeTableResolution::ReadCalendars(XmlNode const* calendars)
         for (XmlNode const* year = calendar->FirstChild(); year; year = year->NextSibling()) {
             if (!year->HasTag(L"year"))
                 continue;
-            int const number = std::wcstol(year->Value(L"year", L"0").c_str(), nullptr, 10);
+            long const number = std::wcstol(year->Value(L"year", L"0").c_str(), nullptr, 10);
+            if (number < 1 || number > 9999)
+                continue; // no date of such a year is ever asked for
             for (XmlNode const* month = year->FirstChild(); month; month = month->NextSibling()) {
                 int const monthNumber = NumberAfter(month->Tag(), L"month", 12);
                 if (!monthNumber)
                     continue;
                 for (XmlNode const* day = month->FirstChild(); day; day = day->NextSibling()) {
                     if (int const dayNumber = NumberAfter(day->Tag(), L"day", 31))
-                        dates[DateKey(number, monthNumber, dayNumber)] = day->Value();
+                        dates.emplace_back(DateKey(static_cast<int>(number), monthNumber, dayNumber), EntryIndex(day->TextUtf8()));
                 }
             }
         }
-        m_calendars.try_emplace(calendar->Value(L"id", L""), std::move(dates));
+        // The last entry of a date counts, as when the calendar editor paints it again.
+        std::stable_sort(dates.begin(), dates.end(), [](auto const& a, auto const& b) { return a.first < b.first; });
+        Calendar unique;
+        unique.reserve(dates.size());
+        for (auto const& date : dates) {
+            if (!unique.empty() && unique.back().first == date.first)
+                unique.back() = date;
+            else
+                unique.push_back(date);
+        }
+        m_calendars.try_emplace(calendar->Value(L"id", L""), std::move(unique));
     }
 }
 
@@ -112,8 +137,11 @@ std::wstring const* ZoTimeTableResolution::DayProgramOn(std::wstring_view id, QD
         return entry.empty() ? nullptr : &entry;
     }
     if (auto const calendar = m_calendars.find(id); calendar != m_calendars.end()) {
-        auto const entry = calendar->second.find(DateKey(date.year(), date.month(), date.day()));
-        return entry == calendar->second.end() ? nullptr : &entry->second;
+        Calendar const& dates = calendar->second;
+        int const key = DateKey(date.year(), date.month(), date.day());
+        auto const entry = std::lower_bound(dates.begin(), dates.end(), key,
+                                            [](auto const& item, int wanted) { return item.first < wanted; });
+        return entry == dates.end() || entry->first != key ? nullptr : &m_entryIds[entry->second];
     }
     return nullptr;
 }
@@ -121,25 +149,25 @@ std::wstring const* ZoTimeTableResolution::DayProgramOn(std::wstring_view id, QD
 std::vector<DaySlot> const& ZoTimeTableResolution::SlotsOfDay(std::wstring_view dayId) const
 {
     auto const day = m_days.find(dayId);
-    return day == m_days.end() ? m_none : day->second;
+    return day == m_days.end() ? m_none : day->second.daySlots;
+}
+
+std::wstring const& ZoTimeTableResolution::DayProgramName(std::wstring_view dayId) const
+{
+    auto const day = m_days.find(dayId);
+    return day == m_days.end() ? m_noName : day->second.name;
+}
+
+unsigned ZoTimeTableResolution::DayProgramColor(std::wstring_view dayId) const
+{
+    auto const day = m_days.find(dayId);
+    return day == m_days.end() ? 0xFFFFFFu : day->second.color;
 }
 
 std::vector<DaySlot> const& ZoTimeTableResolution::SlotsOn(std::wstring_view id, QDate date) const
 {
     std::wstring const* day = DayProgramOn(id, date);
     return day ? SlotsOfDay(*day) : m_none;
-}
-
-std::vector<ZoTimeTableResolution::Period> ZoTimeTableResolution::AllowedPeriods(std::wstring_view id, QDate from,
-                                                                                   QDate to) const
-{
-    std::vector<Period> periods;
-    if (KindOf(id) == Kind::None)
-        return periods;
-    for (QDate date = from; date.isValid() && date <= to; date = date.addDays(1))
-        for (DaySlot const& slot : SlotsOn(id, date))
-            periods.push_back({date, slot});
-    return periods;
 }
 
 bool ZoTimeTableResolution::AllowsAny(std::wstring_view id, QDate from, QDate to) const

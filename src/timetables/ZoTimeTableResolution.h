@@ -5,6 +5,7 @@
 #include <QDate>
 
 #include <array>
+#include <cstdint>
 
 #include <string>
 #include <string_view>
@@ -19,14 +20,10 @@
 // counting (ids share one space). A week program applies its day entry of the date's
 // weekday (day 1 = Monday); a calendar its entry for the date. A date without an entry, or
 // whose entry names no day program, allows nothing; so does an id that resolves to nothing.
+// The allowed intervals over a span, across midnight, are timeline/ZoTimeline.h's.
 class ZoTimeTableResolution {
 public:
     enum class Kind { None, Day, Week, Calendar };
-
-    struct Period {
-        QDate date;
-        DaySlot slot; // minutes of that date
-    };
 
     explicit ZoTimeTableResolution(XmlDocument::XmlNode const* timeTablesRoot);
 
@@ -35,12 +32,16 @@ public:
     std::wstring const* DayProgramOn(std::wstring_view id, QDate date) const;
     // The slots open on the date (none when no day program applies).
     std::vector<DaySlot> const& SlotsOn(std::wstring_view id, QDate date) const;
-    // The allowed periods from `from` to `to` (both included), in date order.
-    std::vector<Period> AllowedPeriods(std::wstring_view id, QDate from, QDate to) const;
     // Whether any minute from `from` to `to` is allowed.
     bool AllowsAny(std::wstring_view id, QDate from, QDate to) const;
     // Whether the day program exists (for the references of weeks and calendars).
     bool HasDayProgram(std::wstring_view dayId) const;
+    // A day program's name and display colour (the stored 24-bit colour word, red in the
+    // low byte); empty and white when there is no such day program.
+    std::wstring const& DayProgramName(std::wstring_view dayId) const;
+    unsigned DayProgramColor(std::wstring_view dayId) const;
+    // The slots of a day program (none when there is no such day program).
+    std::vector<DaySlot> const& SlotsOfDay(std::wstring_view dayId) const;
 
 private:
     struct Hash {
@@ -50,16 +51,31 @@ private:
     template <class Value>
     using Map = std::unordered_map<std::wstring, Value, Hash, std::equal_to<>>;
     using Week = std::array<std::wstring, 7>;
-    // (year * 16 + month) * 32 + day -> day program id
-    using Calendar = std::unordered_map<int, std::wstring>;
+    // (date key, index in m_entryIds) sorted by date key, one entry a date: (year * 16 +
+    // month) * 32 + day -> the day program id of the calendar's entry for that date.
+    using Calendar = std::vector<std::pair<int, std::uint32_t>>;
 
     void ReadDays(XmlDocument::XmlNode const* days);
     void ReadWeeks(XmlDocument::XmlNode const* weeks);
     void ReadCalendars(XmlDocument::XmlNode const* calendars);
-    std::vector<DaySlot> const& SlotsOfDay(std::wstring_view dayId) const;
+    // The index in m_entryIds of a calendar entry's text (stored UTF-8), added when new: a
+    // calendar repeats a few day program ids over hundreds of dates.
+    std::uint32_t EntryIndex(std::string_view utf8);
 
-    Map<std::vector<DaySlot>> m_days;
+    struct DayProgram {
+        std::vector<DaySlot> daySlots;
+        std::wstring name;
+        unsigned color = 0xFFFFFF;
+    };
+    Map<DayProgram> m_days;
     Map<Week> m_weeks;
     Map<Calendar> m_calendars;
+    std::vector<std::wstring> m_entryIds;
+    struct Utf8Hash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>()(text); }
+    };
+    std::unordered_map<std::string, std::uint32_t, Utf8Hash, std::equal_to<>> m_entryIndex;
     std::vector<DaySlot> const m_none;
+    std::wstring const m_noName;
 };

@@ -4,6 +4,7 @@
 
 #include "check/ZoCheckLines.h"
 #include "check/ZoCheckReport.h"
+#include "timeline/ZoTimeline.h"
 #include "timetables/ZoTimeTableResolution.h"
 
 using namespace check_test;
@@ -125,7 +126,7 @@ TEST(TimeTableResolution, TheDayProgramOfADateByKind)
     EXPECT_TRUE(tables.SlotsOn(L"{W}", monday.addDays(6)).empty()); // Sunday: a program without slots
     EXPECT_EQ(tables.SlotsOn(L"{C}", monday).size(), 1u);
     EXPECT_TRUE(tables.SlotsOn(L"{C}", monday.addDays(1)).empty());
-    EXPECT_EQ(tables.AllowedPeriods(L"{W}", monday, monday.addDays(13)).size(), 2u);
+    EXPECT_EQ(ZoAllowedIntervals(tables, L"{W}", monday, monday.addDays(13)).size(), 2u);
     EXPECT_FALSE(tables.AllowsAny(L"{C}", QDate(2027, 1, 1), QDate(2027, 12, 31)));
     EXPECT_FALSE(tables.AllowsAny(L"{N}", monday, monday.addDays(400)));
 }

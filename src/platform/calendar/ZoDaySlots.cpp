@@ -55,6 +55,24 @@ void DayMinuteMap::MarkSlotsOf(XmlNode const* day)
     }
 }
 
+std::vector<DaySlot> DaySlotsOf(XmlNode const* day)
+{
+    std::vector<DaySlot> slots;
+    for (XmlNode const* child = day ? day->FirstChild() : nullptr; child; child = child->NextSibling())
+        if (child->HasTag(L"slot"))
+            if (std::optional<DaySlot> const slot = ReadDaySlot(child); slot && slot->from < slot->to)
+                slots.push_back(*slot);
+    std::sort(slots.begin(), slots.end(), [](DaySlot a, DaySlot b) { return a.from < b.from; });
+    std::vector<DaySlot> merged;
+    for (DaySlot const& slot : slots) {
+        if (!merged.empty() && slot.from <= merged.back().to)
+            merged.back().to = std::max(merged.back().to, slot.to);
+        else
+            merged.push_back(slot);
+    }
+    return merged;
+}
+
 std::wstring SlotTimeText(int minute)
 {
     return ZoFormat(L"%02d:%02d", minute / 60, minute % 60);

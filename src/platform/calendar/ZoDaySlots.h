@@ -45,6 +45,11 @@ private:
     std::array<std::uint8_t, kMinutes> m_map;
 };
 
+// The slot list of a "day" element's valid slots, as DayMinuteMap::MarkSlotsOf followed by
+// Slots() gives it, computed by sorting and merging the slots instead of over the 1,441
+// minutes (for readers of many day programs at once).
+std::vector<DaySlot> DaySlotsOf(XmlDocument::XmlNode const* day);
+
 // "HH:MM" of a minute value ("%02d:%02d" of minute / 60 and minute % 60; 1440 is "24:00").
 std::wstring SlotTimeText(int minute);
 

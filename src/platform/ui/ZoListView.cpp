@@ -146,8 +146,8 @@ bool ZoListViewportEvent(QAbstractItemView const* list, QObject const* watched, 
     return false;
 }
 
-bool ZoResultsListEvent(QTreeView const* list, QObject const* watched, QEvent const* event,
-                        std::function<void()> const& open)
+bool ZoListOpenEvent(QAbstractItemView const* list, QObject const* watched, QEvent const* event,
+                     std::function<void()> const& open)
 {
     if (watched == list && event->type() == QEvent::KeyPress) {
         int const key = static_cast<QKeyEvent const*>(event)->key();

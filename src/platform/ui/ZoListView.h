@@ -54,11 +54,11 @@ bool ZoListKey(QKeyEvent* key, bool selected, ZoListKeyCommands const& commands)
 bool ZoListViewportEvent(QAbstractItemView const* list, QObject const* watched, QEvent const* event,
                          std::function<void()> const& resized, std::function<void()> const& doubleClicked);
 
-// What a results list (the Problems and where-used windows) does with the events of the list
-// and its viewport, which its window filters: Enter in the list or a left double click runs
-// `open`. True when the event was used.
-bool ZoResultsListEvent(QTreeView const* list, QObject const* watched, QEvent const* event,
-                        std::function<void()> const& open);
+// For a list that opens its current row (the Problems, where-used and coverage windows):
+// Enter or Return on the list, or a left double click on its viewport, runs `open`, and the
+// event is used up. The list and its viewport must be filtered by the caller.
+bool ZoListOpenEvent(QAbstractItemView const* list, QObject const* watched, QEvent const* event,
+                     std::function<void()> const& open);
 
 // The context menu of a list with Copy (when canCopy) and Paste (when canPaste), named
 // copyAction and pasteAction; null when neither applies.
