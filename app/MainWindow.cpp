@@ -1,5 +1,6 @@
 #include "MainWindow.h"
 
+#include "ChangeHistory.h"
 #include "EventChoiceModel.h"
 #include "EventChooserDlg.h"
 #include "ProblemsWindow.h"
@@ -123,6 +124,12 @@ void MainWindow::CreateActions()
     m_quit->setShortcut(QKeySequence::Quit);
     m_quit->setMenuRole(QAction::QuitRole);
     connect(m_quit, &QAction::triggered, this, &QWidget::close);
+    m_undo = NewAction(this, 64890, "undoAction");
+    m_undo->setShortcut(QKeySequence::Undo);
+    connect(m_undo, &QAction::triggered, this, &MainWindow::OnUndo);
+    m_redo = NewAction(this, 64892, "redoAction");
+    m_redo->setShortcuts({QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)});
+    connect(m_redo, &QAction::triggered, this, &MainWindow::OnRedo);
 
     m_events = NewAction(this, 60007, "eventsAction");
     m_events->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
@@ -166,6 +173,11 @@ void MainWindow::CreateMenus()
     file->addAction(m_save);
     file->addSeparator();
     file->addAction(m_quit);
+
+    QMenu* edit = menuBar()->addMenu(ZoText(64894));
+    edit->setObjectName(QStringLiteral("editMenu"));
+    edit->addAction(m_undo);
+    edit->addAction(m_redo);
 
     QMenu* events = menuBar()->addMenu(ZoText(60006));
     events->setObjectName(QStringLiteral("eventsMenu"));
@@ -222,6 +234,15 @@ void MainWindow::UpdateActions()
     m_exportSheet->setEnabled(open);
     m_importSheet->setEnabled(open);
     m_save->setEnabled(open && HasUnsavedChanges());
+    // The menu names the step: "Undo Events list changes".
+    auto name = [](QAction* action, unsigned plain, unsigned named, QString const& step) {
+        action->setEnabled(!step.isEmpty());
+        action->setText(step.isEmpty() ? ZoText(plain)
+                                       : QString::fromStdWString(ZoFormat(ZoLoadString(named).c_str(),
+                                                                          step.toStdWString().c_str())));
+    };
+    name(m_undo, 64890, 64891, m_history ? m_history->UndoName().replace(u'&', QStringLiteral("&&")) : QString());
+    name(m_redo, 64892, 64893, m_history ? m_history->RedoName().replace(u'&', QStringLiteral("&&")) : QString());
 }
 
 void MainWindow::UpdateTitle()
@@ -270,7 +291,10 @@ bool MainWindow::OpenFolder(QString const& folder)
     // The rows the events list kept and the check under way belong to the project that closes.
     EventsListModel::DropKept();
     m_checkRunner->Stop();
+    // The history ends with the folder it was made in.
+    m_history.reset();
     m_project = std::move(project);
+    m_history = std::make_unique<ChangeHistory>(*m_project);
     m_unsaved = 0;
     // The findings were those of the project that was open.
     m_checker.reset();
@@ -323,7 +347,36 @@ void MainWindow::OnSave()
     SaveDocuments({});
 }
 
-bool MainWindow::SaveDocuments(std::initializer_list<ProjectDoc> docs)
+void MainWindow::OnUndo()
+{
+    if (m_history)
+        AfterHistory(m_history->Undo());
+}
+
+void MainWindow::OnRedo()
+{
+    if (m_history)
+        AfterHistory(m_history->Redo());
+}
+
+void MainWindow::AfterHistory(std::vector<ProjectDoc> const& docs)
+{
+    if (docs.empty())
+        return;
+    ProjectFolder& project = *m_project;
+    // Formulas resolve in the catalog: devices and events as they are now.
+    if (std::find(docs.begin(), docs.end(), ProjectDoc::Devices) != docs.end())
+        ZoInstallProjectCatalog(project.Devices().Root(), project.Events().Root());
+    else if (std::find(docs.begin(), docs.end(), ProjectDoc::Events) != docs.end())
+        ZoRefreshProjectEvents(project.Events().Root());
+    SaveDocuments(docs);
+    UpdatePanel();
+    UpdateActions();
+    if (m_uses && m_uses->isVisible())
+        OnFindUses(m_uses->Reference());
+}
+
+bool MainWindow::SaveDocuments(std::vector<ProjectDoc> const& docs)
 {
     if (!m_project)
         return false;
@@ -361,9 +414,7 @@ void MainWindow::OnEventsList()
     // The list deletes and pastes in the live documents at once. Their journals record
     // each change, so that a cancelled list can be undone without copying the project.
     XmlDocument& events = project.Events();
-    XmlDocument& devices = project.Devices();
-    events.BeginJournal();
-    devices.BeginJournal();
+    m_history->Begin({ProjectDoc::Events, ProjectDoc::Devices});
     int result = QDialog::Rejected;
     {
         ZoEDlgEventsCfg dialog(this, project.DeviceGroups(), &events, &project.TimeTables(), &project.Users());
@@ -372,18 +423,16 @@ void MainWindow::OnEventsList()
     }
     bool keep = result == QDialog::Accepted;
     bool const eventsChanged = events.JournalHasChanges();
-    bool const changed = eventsChanged || devices.JournalHasChanges();
+    bool const changed = m_history->HasChanges();
     // Changes the user confirmed (an edit in the editor, a delete, a paste) are not thrown
     // away without a question.
     if (!keep && changed)
         keep = !ZoAskYesNo(this, 60057);
     if (keep) {
-        events.EndJournal();
-        devices.EndJournal();
+        m_history->Commit(ZoText(64895));
         SaveDocuments({ProjectDoc::Events, ProjectDoc::Devices});
     } else {
-        events.UndoJournal();
-        devices.UndoJournal();
+        m_history->Cancel();
     }
     // The formulas' events pseudo-devices follow the events kept; undone or unchanged
     // events leave the catalog as it is (rebuilding it costs tens of milliseconds).
@@ -439,7 +488,9 @@ bool MainWindow::EditEvent(EventFinder const& find, QString const& control, int 
     event->CreateXmlCode(after);
     if (before == after)
         return false;
+    m_history->Begin({ProjectDoc::Events});
     *events = *copy.Root();
+    m_history->Commit(QString::fromStdWString(ZoFormat(ZoLoadString(64896).c_str(), event->Value(L"name", L"").c_str())));
     ZoRefreshProjectEvents(events);
     SaveDocuments({ProjectDoc::Events});
     UpdatePanel();
@@ -455,21 +506,20 @@ void MainWindow::OnEventGroups()
     if (!m_project)
         return;
     XmlDocument& events = m_project->Events();
-    events.BeginJournal();
+    m_history->Begin({ProjectDoc::Events});
     int result = QDialog::Rejected;
     {
         ZoEDlgEventGroupsCfg dialog(this, &events);
         dialog.m_whereUsed = [this](QWidget* parent, QString const& reference) { PickUse(parent, reference); };
         result = dialog.DoModal();
     }
-    bool const changed = events.JournalHasChanges();
+    bool const changed = m_history->HasChanges();
     bool const keep = result == QDialog::Accepted || (changed && !ZoAskYesNo(this, 63001));
     if (keep) {
-        events.EndJournal();
-        if (changed)
+        if (m_history->Commit(ZoText(64897)))
             SaveDocuments({ProjectDoc::Events});
     } else {
-        events.UndoJournal();
+        m_history->Cancel();
     }
     UpdatePanel();
 }
@@ -481,21 +531,20 @@ void MainWindow::OnTimeTables()
     if (!m_project)
         return;
     XmlDocument& timeTables = m_project->TimeTables();
-    timeTables.BeginJournal();
+    m_history->Begin({ProjectDoc::TimeTables});
     int result = QDialog::Rejected;
     {
         ZoDlgTimeTableSetup dialog(this, &timeTables);
         dialog.m_whereUsed = [this](QWidget* parent, QString const& reference) { PickUse(parent, reference); };
         result = dialog.DoModal();
     }
-    bool const changed = timeTables.JournalHasChanges();
+    bool const changed = m_history->HasChanges();
     bool const keep = result == QDialog::Accepted || (changed && !ZoAskYesNo(this, 60079));
     if (keep) {
-        timeTables.EndJournal();
-        if (changed)
+        if (m_history->Commit(ZoText(64898)))
             SaveDocuments({ProjectDoc::TimeTables});
     } else {
-        timeTables.UndoJournal();
+        m_history->Cancel();
     }
     UpdatePanel();
 }
@@ -514,8 +563,12 @@ void MainWindow::OnTimeSlot()
     DaySlotChooserDlg chooser(this, days);
     if (chooser.DoModal() != QDialog::Accepted || !chooser.ChosenDay())
         return;
-    if (EditDaySlot(this, chooser.ChosenDay(), chooser.ChosenSlot()))
+    m_history->Begin({ProjectDoc::TimeTables});
+    bool const written = EditDaySlot(this, chooser.ChosenDay(), chooser.ChosenSlot());
+    if (written && m_history->Commit(ZoText(64899)))
         SaveDocuments({ProjectDoc::TimeTables});
+    else
+        m_history->Cancel();
     UpdatePanel();
 }
 
@@ -759,12 +812,10 @@ void MainWindow::OnImportSheet()
         return;
     // One change of both documents, saved together as after the events list.
     XmlDocument& events = project.Events();
-    XmlDocument& devices = project.Devices();
-    events.BeginJournal();
-    devices.BeginJournal();
+    m_history->Begin({ProjectDoc::Events, ProjectDoc::Devices});
     ZoApplyImport(dialog.Plan(), target);
-    events.EndJournal();
-    devices.EndJournal();
+    m_history->Commit(QString::fromStdWString(ZoFormat(ZoLoadString(64900).c_str(),
+                                                       QFileInfo(path).fileName().toStdWString().c_str())));
     QString const counts = QString::fromStdWString(ZoImportCounts(dialog.Plan()));
     SaveDocuments({ProjectDoc::Events, ProjectDoc::Devices});
     ZoRefreshProjectEvents(events.Root());
