@@ -44,6 +44,8 @@
 #include <QMenuBar>
 #include <QStatusBar>
 
+#include <algorithm>
+
 using namespace zo::project;
 using XmlNode = XmlDocument::XmlNode;
 
