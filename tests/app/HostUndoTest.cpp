@@ -228,3 +228,29 @@ TEST_F(HostUndo, CancelledOrUnchangedDialogsLeaveNoStep)
     EXPECT_FALSE(Action(demo, "undoAction")->isEnabled());
     EXPECT_FALSE(demo.window.History()->CanUndo());
 }
+
+// An undo whose save fails (a full disk) is told, keeps the undone documents unsaved and
+// File > Save writes them as they were before the change.
+TEST_F(HostUndo, AnUndoWhoseSaveFailsIsToldAndSavedLater)
+{
+    DemoWindow demo;
+    Files const before = Read(demo);
+    {
+        ScriptedAnswerer answers;
+        Groups(demo);
+    }
+    Files const changed = Read(demo);
+    ASSERT_NE(changed, before);
+    {
+        ScriptedAnswerer answers;
+        SaveFault fullDisk;
+        Action(demo, "undoAction")->trigger();
+        EXPECT_EQ(answers.Ids(), std::vector<unsigned>{60046});
+        EXPECT_TRUE(demo.window.HasUnsavedChanges());
+        EXPECT_TRUE(Read(demo) == changed);
+        EXPECT_EQ(Action(demo, "redoAction")->text().toStdString(), "&Redo Event groups changes");
+    }
+    Action(demo, "saveAction")->trigger();
+    EXPECT_FALSE(demo.window.HasUnsavedChanges());
+    EXPECT_TRUE(Read(demo) == before);
+}
