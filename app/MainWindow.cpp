@@ -1,5 +1,6 @@
 #include "MainWindow.h"
 
+#include "ChangeHistory.h"
 #include "EventChoiceModel.h"
 #include "EventChooserDlg.h"
 #include "ProblemsWindow.h"
@@ -43,6 +44,8 @@
 #include <QFileInfo>
 #include <QMenuBar>
 #include <QStatusBar>
+
+#include <algorithm>
 
 using namespace zo::project;
 using XmlNode = XmlDocument::XmlNode;
@@ -124,6 +127,12 @@ void MainWindow::CreateActions()
     m_quit->setShortcut(QKeySequence::Quit);
     m_quit->setMenuRole(QAction::QuitRole);
     connect(m_quit, &QAction::triggered, this, &QWidget::close);
+    m_undo = NewAction(this, 65100, "undoAction");
+    m_undo->setShortcut(QKeySequence::Undo);
+    connect(m_undo, &QAction::triggered, this, &MainWindow::OnUndo);
+    m_redo = NewAction(this, 65102, "redoAction");
+    m_redo->setShortcuts({QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)});
+    connect(m_redo, &QAction::triggered, this, &MainWindow::OnRedo);
 
     m_events = NewAction(this, 60007, "eventsAction");
     m_events->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
@@ -170,6 +179,11 @@ void MainWindow::CreateMenus()
     file->addAction(m_save);
     file->addSeparator();
     file->addAction(m_quit);
+
+    QMenu* edit = menuBar()->addMenu(ZoText(65104));
+    edit->setObjectName(QStringLiteral("editMenu"));
+    edit->addAction(m_undo);
+    edit->addAction(m_redo);
 
     QMenu* events = menuBar()->addMenu(ZoText(60006));
     events->setObjectName(QStringLiteral("eventsMenu"));
@@ -231,6 +245,15 @@ void MainWindow::UpdateActions()
     for (QAction* action : m_templateActions)
         action->setEnabled(open);
     m_save->setEnabled(open && HasUnsavedChanges());
+    // The menu names the step: "Undo Events list changes".
+    auto name = [](QAction* action, unsigned plain, unsigned named, QString const& step) {
+        action->setEnabled(!step.isEmpty());
+        action->setText(step.isEmpty() ? ZoText(plain)
+                                       : QString::fromStdWString(ZoFormat(ZoLoadString(named).c_str(),
+                                                                          step.toStdWString().c_str())));
+    };
+    name(m_undo, 65100, 65101, m_history ? m_history->UndoName().replace(u'&', QStringLiteral("&&")) : QString());
+    name(m_redo, 65102, 65103, m_history ? m_history->RedoName().replace(u'&', QStringLiteral("&&")) : QString());
 }
 
 void MainWindow::UpdateTitle()
@@ -279,7 +302,10 @@ bool MainWindow::OpenFolder(QString const& folder)
     // The rows the events list kept and the check under way belong to the project that closes.
     EventsListModel::DropKept();
     m_checkRunner->Stop();
+    // The history ends with the folder it was made in.
+    m_history.reset();
     m_project = std::move(project);
+    m_history = std::make_unique<ChangeHistory>(*m_project);
     m_unsaved = 0;
     // The findings were those of the project that was open.
     m_checker.reset();
@@ -332,7 +358,36 @@ void MainWindow::OnSave()
     SaveDocuments({});
 }
 
-bool MainWindow::SaveDocuments(std::initializer_list<ProjectDoc> docs)
+void MainWindow::OnUndo()
+{
+    if (m_history)
+        AfterHistory(m_history->Undo());
+}
+
+void MainWindow::OnRedo()
+{
+    if (m_history)
+        AfterHistory(m_history->Redo());
+}
+
+void MainWindow::AfterHistory(std::vector<ProjectDoc> const& docs)
+{
+    if (docs.empty())
+        return;
+    ProjectFolder& project = *m_project;
+    // Formulas resolve in the catalog: devices and events as they are now.
+    if (std::find(docs.begin(), docs.end(), ProjectDoc::Devices) != docs.end())
+        ZoInstallProjectCatalog(project.Devices().Root(), project.Events().Root());
+    else if (std::find(docs.begin(), docs.end(), ProjectDoc::Events) != docs.end())
+        ZoRefreshProjectEvents(project.Events().Root());
+    SaveDocuments(docs);
+    UpdatePanel();
+    UpdateActions();
+    if (m_uses && m_uses->isVisible())
+        OnFindUses(m_uses->Reference());
+}
+
+bool MainWindow::SaveDocuments(std::vector<ProjectDoc> const& docs)
 {
     if (!m_project)
         return false;
@@ -370,9 +425,7 @@ void MainWindow::OnEventsList()
     // The list deletes and pastes in the live documents at once. Their journals record
     // each change, so that a cancelled list can be undone without copying the project.
     XmlDocument& events = project.Events();
-    XmlDocument& devices = project.Devices();
-    events.BeginJournal();
-    devices.BeginJournal();
+    m_history->Begin({ProjectDoc::Events, ProjectDoc::Devices});
     int result = QDialog::Rejected;
     {
         ZoEDlgEventsCfg dialog(this, project.DeviceGroups(), &events, &project.TimeTables(), &project.Users());
@@ -381,18 +434,16 @@ void MainWindow::OnEventsList()
     }
     bool keep = result == QDialog::Accepted;
     bool const eventsChanged = events.JournalHasChanges();
-    bool const changed = eventsChanged || devices.JournalHasChanges();
+    bool const changed = m_history->HasChanges();
     // Changes the user confirmed (an edit in the editor, a delete, a paste) are not thrown
     // away without a question.
     if (!keep && changed)
         keep = !ZoAskYesNo(this, 60057);
     if (keep) {
-        events.EndJournal();
-        devices.EndJournal();
+        m_history->Commit(ZoText(65105));
         SaveDocuments({ProjectDoc::Events, ProjectDoc::Devices});
     } else {
-        events.UndoJournal();
-        devices.UndoJournal();
+        m_history->Cancel();
     }
     // The formulas' events pseudo-devices follow the events kept; undone or unchanged
     // events leave the catalog as it is (rebuilding it costs tens of milliseconds).
@@ -448,28 +499,30 @@ bool MainWindow::EditEvent(EventFinder const& find, QString const& control, int 
     event->CreateXmlCode(after);
     if (before == after)
         return false;
+    m_history->Begin({ProjectDoc::Events});
     *events = *copy.Root();
+    m_history->Commit(QString::fromStdWString(ZoFormat(ZoLoadString(65106).c_str(), event->Value(L"name", L"").c_str())));
     ZoRefreshProjectEvents(events);
     SaveDocuments({ProjectDoc::Events});
     UpdatePanel();
     return true;
 }
 
-bool MainWindow::RunJournaled(ProjectDoc doc, unsigned discardQuestion, std::function<int()> const& run)
+bool MainWindow::RunJournaled(ProjectDoc doc, unsigned discardQuestion, unsigned stepName,
+                              std::function<int()> const& run)
 {
-    XmlDocument& document = m_project->Document(doc);
-    document.BeginJournal();
+    m_history->Begin({doc});
     int const result = run();
-    bool const changed = document.JournalHasChanges();
+    bool const changed = m_history->HasChanges();
     bool const keep = result == QDialog::Accepted || (changed && !ZoAskYesNo(this, discardQuestion));
     if (!keep) {
-        document.UndoJournal();
+        m_history->Cancel();
         return false;
     }
-    document.EndJournal();
-    if (changed)
-        SaveDocuments({doc});
-    return changed;
+    if (!m_history->Commit(ZoText(stepName)))
+        return false;
+    SaveDocuments({doc});
+    return true;
 }
 
 // Events > Event groups: deleting groups and changing members act on the live document at
@@ -480,7 +533,7 @@ void MainWindow::OnEventGroups()
 {
     if (!m_project)
         return;
-    RunJournaled(ProjectDoc::Events, 63001, [this] {
+    RunJournaled(ProjectDoc::Events, 63001, 65107, [this] {
         ZoEDlgEventGroupsCfg dialog(this, &m_project->Events());
         dialog.m_whereUsed = [this](QWidget* parent, QString const& reference) { PickUse(parent, reference); };
         return dialog.DoModal();
@@ -494,7 +547,7 @@ void MainWindow::OnTimeTables()
 {
     if (!m_project)
         return;
-    RunJournaled(ProjectDoc::TimeTables, 60079, [this] {
+    RunJournaled(ProjectDoc::TimeTables, 60079, 65108, [this] {
         ZoDlgTimeTableSetup dialog(this, &m_project->TimeTables());
         dialog.m_whereUsed = [this](QWidget* parent, QString const& reference) { PickUse(parent, reference); };
         return dialog.DoModal();
@@ -516,8 +569,12 @@ void MainWindow::OnTimeSlot()
     DaySlotChooserDlg chooser(this, days);
     if (chooser.DoModal() != QDialog::Accepted || !chooser.ChosenDay())
         return;
-    if (EditDaySlot(this, chooser.ChosenDay(), chooser.ChosenSlot()))
+    m_history->Begin({ProjectDoc::TimeTables});
+    bool const written = EditDaySlot(this, chooser.ChosenDay(), chooser.ChosenSlot());
+    if (written && m_history->Commit(ZoText(65109)))
         SaveDocuments({ProjectDoc::TimeTables});
+    else
+        m_history->Cancel();
     UpdatePanel();
 }
 
@@ -774,12 +831,10 @@ void MainWindow::OnImportSheet()
         return;
     // One change of both documents, saved together as after the events list.
     XmlDocument& events = project.Events();
-    XmlDocument& devices = project.Devices();
-    events.BeginJournal();
-    devices.BeginJournal();
+    m_history->Begin({ProjectDoc::Events, ProjectDoc::Devices});
     ZoApplyImport(dialog.Plan(), target);
-    events.EndJournal();
-    devices.EndJournal();
+    m_history->Commit(QString::fromStdWString(ZoFormat(ZoLoadString(65110).c_str(),
+                                                       QFileInfo(path).fileName().toStdWString().c_str())));
     QString const counts = QString::fromStdWString(ZoImportCounts(dialog.Plan()));
     SaveDocuments({ProjectDoc::Events, ProjectDoc::Devices});
     ZoRefreshProjectEvents(events.Root());

@@ -9,7 +9,9 @@
 #include <initializer_list>
 #include <memory>
 #include <optional>
+#include <vector>
 
+class ChangeHistory;
 class ProblemsWindow;
 class ProjectCheckRunner;
 class UsesWindow;
@@ -24,7 +26,7 @@ class QMenu;
 // dialogs on its documents and saves the documents that a dialog changed, atomically.
 //
 // Object names of the actions: openFolderAction, recentMenu, clearRecentAction, saveAction,
-// quitAction, eventsAction, editEventAction, eventGroupsAction, timeTablesAction,
+// quitAction, undoAction, redoAction, eventsAction, editEventAction, eventGroupsAction, timeTablesAction,
 // timeSlotAction, eventVariablesAction, checkProjectAction, whereUsedAction, renameAction,
 // exportSheetAction, importSheetAction, aboutAction.
 class MainWindow : public QMainWindow {
@@ -42,6 +44,11 @@ public:
 
     void OnOpenFolder();
     void OnSave();
+    // Edit > Undo (Ctrl+Z) and Redo (Ctrl+Shift+Z, Ctrl+Y): the changes applied since the
+    // folder was opened, one step per dialog's OK, import or rename; saved as they change.
+    void OnUndo();
+    void OnRedo();
+    ChangeHistory* History() const { return m_history.get(); }
     void OnEventsList();
     void OnEditEvent();
     void OnEventGroups();
@@ -87,11 +94,15 @@ private:
     void UpdateTitle();
     void UpdatePanel();
     // Saves these documents and any whose earlier save failed; tells the user on failure.
-    bool SaveDocuments(std::initializer_list<zo::project::ProjectDoc> docs);
-    // Runs a dialog that changes the document as the user works: under the document's
-    // journal, kept by OK, asked about (discardQuestion) when cancelled after a change and
-    // then undone on Yes; what is kept is saved. True when a change was kept.
-    bool RunJournaled(zo::project::ProjectDoc doc, unsigned discardQuestion, std::function<int()> const& run);
+    bool SaveDocuments(std::vector<zo::project::ProjectDoc> const& docs);
+    // After an undo or redo of these documents: the catalog, the files and the views follow.
+    void AfterHistory(std::vector<zo::project::ProjectDoc> const& docs);
+    // Runs a dialog that changes the document as the user works: recorded as one step of the
+    // history (named by the text stepName), kept by OK, asked about (discardQuestion) when
+    // cancelled after a change and then put back on Yes; what is kept is saved. True when a
+    // change was kept.
+    bool RunJournaled(zo::project::ProjectDoc doc, unsigned discardQuestion, unsigned stepName,
+                      std::function<int()> const& run);
     // Before the project is closed: offers to save unsaved changes; false to stay.
     bool MaySaveChanges();
     // Runs the event editor on a working copy of the events, on the event find() picks in
@@ -119,12 +130,15 @@ private:
     RecentFolders m_recent;
     std::unique_ptr<ProjectFolder> m_project;
     unsigned m_unsaved = 0; // bit per ProjectDoc
+    std::unique_ptr<ChangeHistory> m_history; // of m_project, so destroyed before it
     ProjectPanel* m_panel = nullptr;
     QMenu* m_recentMenu = nullptr;
     QAction* m_openFolder = nullptr;
     QAction* m_clearRecent = nullptr;
     QAction* m_save = nullptr;
     QAction* m_quit = nullptr;
+    QAction* m_undo = nullptr;
+    QAction* m_redo = nullptr;
     QAction* m_events = nullptr;
     QAction* m_editEvent = nullptr;
     QAction* m_eventGroups = nullptr;

@@ -1,10 +1,12 @@
 // The host's Events menu for event templates: the templates themselves, stamping one over
 // devices, and updating stamped events from their templates. Each runs its dialog on the
-// live documents inside their journals and saves what it kept.
+// live documents as one step of the undo history and saves what it kept.
 #include "MainWindow.h"
 
+#include "ChangeHistory.h"
 #include "ProjectFolder.h"
 #include "platform/drivers/ZoDeviceCatalog.h"
+#include "platform/tools/ZoFormat.h"
 #include "platform/tools/ZoTexts.h"
 #include "platform/ui/ZoMessage.h"
 #include "templates/TemplateDrift.h"
@@ -54,7 +56,7 @@ void MainWindow::OnTemplates()
 {
     if (!m_project)
         return;
-    RunJournaled(ProjectDoc::Events, 64844, [this] {
+    RunJournaled(ProjectDoc::Events, 64844, 65112, [this] {
         ZoDlgEventTemplates dialog(this, &m_project->Events(), m_project->Devices().Root(),
                                    m_project->TimeTables().Root(), &m_project->Users());
         return dialog.DoModal();
@@ -70,22 +72,22 @@ void MainWindow::OnStampTemplate()
         ZoShowMessage(this, 64820, ZoMsgIcon::Information);
         return;
     }
-    XmlDocument& devices = m_project->Devices();
-    events.BeginJournal();
-    devices.BeginJournal();
+    m_history->Begin({ProjectDoc::Events, ProjectDoc::Devices});
     int result = QDialog::Rejected;
+    QString templateName;
     {
         ZoDlgStampTemplate dialog(this, &events, m_project->DeviceGroups(), &ProjectCatalog(*m_project));
         result = dialog.DoModal();
+        if (XmlDocument::XmlNode const* chosen = dialog.ChosenTemplate())
+            templateName = QString::fromStdWString(chosen->Value(L"name", L""));
     }
     if (result != QDialog::Accepted) {
-        events.UndoJournal();
-        devices.UndoJournal();
+        m_history->Cancel();
         return;
     }
-    // The new events and their registrations are one change, saved together.
-    events.EndJournal();
-    devices.EndJournal();
+    // The new events and their registrations are one step, saved together.
+    if (!m_history->Commit(QString::fromStdWString(ZoFormat(ZoLoadString(65113).c_str(), templateName.toStdWString().c_str()))))
+        return;
     SaveDocuments({ProjectDoc::Events, ProjectDoc::Devices});
     ZoRefreshProjectEvents(events.Root());
     UpdatePanel();
@@ -103,17 +105,18 @@ void MainWindow::OnUpdateFromTemplates()
         ZoShowMessage(this, 64831, ZoMsgIcon::Information);
         return;
     }
-    events.BeginJournal();
+    m_history->Begin({ProjectDoc::Events});
     int result = QDialog::Rejected;
     {
         ZoDlgUpdateFromTemplates dialog(this, &events, &catalog, std::move(report));
         result = dialog.DoModal();
     }
     if (result != QDialog::Accepted) {
-        events.UndoJournal();
+        m_history->Cancel();
         return;
     }
-    events.EndJournal();
+    if (!m_history->Commit(ZoText(65114)))
+        return;
     SaveDocuments({ProjectDoc::Events});
     ZoRefreshProjectEvents(events.Root());
     UpdatePanel();

@@ -1,17 +1,32 @@
 // The host's where-used window and rename (Events > Where Used…, Events > Rename…).
 #include "MainWindow.h"
 
+#include "ChangeHistory.h"
 #include "ProjectFolder.h"
 #include "RenameDlg.h"
 #include "UsesWindow.h"
 #include "actions/ZoUsersDocument.h"
 #include "platform/drivers/ZoDeviceCatalog.h"
+#include "platform/tools/ZoFormat.h"
+#include "platform/tools/ZoTexts.h"
 #include "platform/ui/ZoModal.h"
 #include "uses/ZoWhereUsed.h"
 
 #include <QRegularExpression>
 
 using zo::project::ProjectDoc;
+
+namespace {
+
+// The history's name of a rename: "Rename PUMP1 → P-101" (a variable with its device).
+QString RenameStepName(ZoRenameRequest const& request)
+{
+    std::wstring const prefix = request.kind == ZoRenameKind::Variable ? request.device + L"." : std::wstring();
+    return QString::fromStdWString(ZoFormat(ZoLoadString(65111).c_str(), (prefix + request.oldName).c_str(),
+                                            (prefix + request.newName).c_str()));
+}
+
+} // namespace
 
 void MainWindow::OnWhereUsed(QString const& reference)
 {
@@ -112,12 +127,11 @@ void MainWindow::OnRename()
     ZoRenamePlan const& plan = dialog.Plan();
     XmlDocument& events = project.Events();
     XmlDocument& devices = project.Devices();
-    // One change through the journals, then one save of every file it touched.
-    events.BeginJournal();
-    devices.BeginJournal();
+    // One change through the journals, one step of the history, then one save of every
+    // file it touched.
+    m_history->Begin({ProjectDoc::Events, ProjectDoc::Devices});
     ZoApplyRename(plan.changes);
-    events.EndJournal();
-    devices.EndJournal();
+    m_history->Commit(RenameStepName(dialog.Request()));
     // Formulas resolve in the catalog: devices renamed there, events by their pseudo-devices.
     if (plan.touchesDevices)
         ZoInstallProjectCatalog(devices.Root(), events.Root());

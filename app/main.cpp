@@ -22,6 +22,11 @@ void PrintLine(FILE* stream, unsigned textId)
 // zoevents-editor [project folder]
 int main(int argc, char** argv)
 {
+    // The version of the project, as `zoevents --version` and the About box show it.
+    if (argc == 2 && std::strcmp(argv[1], "--version") == 0) {
+        std::printf("zoevents-editor %s\n", ZO_VERSION);
+        return 0;
+    }
     if (argc > 2 || (argc == 2 && argv[1][0] == '-')) {
         bool const help = std::strcmp(argv[1], "-h") == 0 || std::strcmp(argv[1], "--help") == 0;
         PrintLine(help ? stdout : stderr, 60051);

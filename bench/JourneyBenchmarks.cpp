@@ -13,6 +13,7 @@
 #include "events/ZoEDlgEventsCfg.h"
 #include "groups/ZoDlgSelect.h"
 #include "groups/ZoEDlgEventGroupsCfg.h"
+#include "ChangeHistory.h"
 
 #include <QTreeView>
 
@@ -243,8 +244,37 @@ void BM_JourneyGroupsAddMemberSave(benchmark::State& state)
     });
 }
 
+// Edit > Undo then Edit > Redo of a delete in the events list (made and saved outside the
+// timing), until both have returned, each with the events and devices files saved. The
+// step holds only the deleted event, so both cost what the save costs.
+void BM_JourneyUndoRedo(benchmark::State& state)
+{
+    EachSession(state, [&](JourneyScript& script, JourneyWindow& window, StepTimer& timer) {
+        MainWindow& host = window.Window();
+        int const before = window.EventCount();
+        script.ThenAs<ZoEDlgEventsCfg>([&](ZoEDlgEventsCfg& list) {
+            SelectMiddleRow(script, list);
+            ClickButton(script, list, "deleteButton");
+            return ClickButton(script, list, "okButton");
+        });
+        host.OnEventsList();
+        if (window.EventCount() != before - 1 || !host.History()->CanUndo())
+            script.Fail("the delete was not kept as a step of the history");
+        timer.Start();
+        host.OnUndo();
+        int const undone = window.EventCount();
+        host.OnRedo();
+        timer.Stop();
+        if (undone != before || window.EventCount() != before - 1)
+            script.Fail("undo or redo did not put the events back as they were");
+        if (host.HasUnsavedChanges())
+            script.Fail("the host did not save after undo and redo");
+    });
+}
+
 } // namespace
 
+ZO_JOURNEY_BENCHMARK(BM_JourneyUndoRedo);
 ZO_JOURNEY_BENCHMARK(BM_JourneyOpenProject);
 ZO_JOURNEY_BENCHMARK(BM_JourneyOpenEventsList);
 ZO_JOURNEY_BENCHMARK(BM_JourneyModifyOpenEditor);

@@ -96,6 +96,7 @@ public:
     // Journal (XmlJournal.cpp).
     static void UndoJournal(XmlDocument& doc);
     static void EndJournal(XmlDocument& doc);
+    static void Revert(XmlDocument& doc, std::vector<JournalRecord>& records);
 };
 
 // One change of one document: every write to a tree goes through an Edit. Making it lets

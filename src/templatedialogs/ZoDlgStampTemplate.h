@@ -38,6 +38,8 @@ public:
 
     // The events made by OK.
     int Made() const { return m_made; }
+    // The template chosen in the list (null before the dialog is initialised).
+    XmlDocument::XmlNode* ChosenTemplate() const;
 
 protected:
     void OnInitDialog() override;
@@ -46,7 +48,6 @@ private:
     void FillDevices();
     void UpdatePreview();
     void OnOK();
-    XmlDocument::XmlNode* ChosenTemplate() const;
 
     XmlDocument* m_events;
     XmlDocument::XmlNode* m_deviceGroups;

@@ -1,6 +1,7 @@
 // Working copies (which borrow from the element they copy until read or changed), their
 // assignment back, and the undo journal: each must behave exactly like a full copy and a
 // full snapshot would.
+#include "config/XmlChange.h"
 #include "config/XmlDocument.h"
 #include "support/XmlText.h"
 
@@ -164,4 +165,64 @@ TEST(XmlJournal, UndoPutsBackTheSameElements)
     live.events->RemoveChild(events[1]);
     live.doc.UndoJournal();
     EXPECT_EQ(live.Events(), (std::vector<XmlNode*>{events[2]}));
+}
+
+// The host's history: each change taken out of the journal is undone and redone any number
+// of times, several of them in a row, and the same elements come back each time.
+TEST(XmlJournal, TakenChangesUndoAndRedoInOrder)
+{
+    Project live;
+    std::vector<std::string> states{Xml(live.doc.Root())};
+    std::vector<XmlNode*> const events = live.Events();
+    std::vector<std::unique_ptr<XmlChange>> changes;
+    auto take = [&] {
+        changes.push_back(XmlChange::TakeJournal(live.doc));
+        ASSERT_NE(changes.back(), nullptr);
+        EXPECT_FALSE(live.doc.JournalHasChanges());
+        states.push_back(Xml(live.doc.Root()));
+    };
+    // A paste through a working copy, then a delete and a rename, then a reorder and a tag.
+    live.doc.BeginJournal();
+    XmlDocument clipboard;
+    ASSERT_TRUE(clipboard.Parse("<event><id>9</id><name>Pasted</name><actions><a/></actions></event>"));
+    *live.events->NewChild(L"event") = *clipboard.Root();
+    {
+        XmlDocument copy(*live.events);
+        copy.Root()->Node(L"event?name=Tank?")->EraseTag(L"eventsGroups");
+        *live.events = *copy.Root();
+    }
+    take();
+    live.doc.BeginJournal();
+    live.events->RemoveChild(events[1]);
+    events[0]->SetValue(L"name", L"P-101");
+    take();
+    live.doc.BeginJournal();
+    *events[0]->Node(L"actions") = *events[2];
+    live.doc.Node(L"eventsGroups")->Reset();
+    take();
+    // Nothing changed: nothing to keep.
+    live.doc.BeginJournal();
+    EXPECT_EQ(XmlChange::TakeJournal(live.doc), nullptr);
+
+    for (int round = 0; round < 2; ++round) {
+        for (std::size_t i = changes.size(); i-- > 0;) {
+            changes[i]->Revert();
+            EXPECT_EQ(Xml(live.doc.Root()), states[i]) << "undo " << i;
+        }
+        EXPECT_EQ(live.Events(), events);
+        for (std::size_t i = 0; i < changes.size(); ++i) {
+            changes[i]->Revert();
+            EXPECT_EQ(Xml(live.doc.Root()), states[i + 1]) << "redo " << i;
+        }
+    }
+    // Undone twice then a new change: the reversals dropped free what they kept.
+    changes[2]->Revert();
+    changes[1]->Revert();
+    changes.resize(1);
+    live.doc.BeginJournal();
+    live.events->RemoveChild(live.Events().back());
+    take();
+    changes[1]->Revert();
+    EXPECT_EQ(Xml(live.doc.Root()), states[1]);
+    EXPECT_EQ(&changes[1]->Document(), &live.doc);
 }

@@ -762,6 +762,11 @@ int main(int argc, char** argv)
     Icon("PROGRAM-16.png", 16, 16, ProgramIcon);
     Icon("PROGRAM-32.png", 32, 16, ProgramIcon);
     Icon("PROGRAM-48.png", 48, 16, ProgramIcon);
+    // The program's icon in the desktop theme's sizes, installed beside the desktop entry
+    // (resources/icons, next to the image folder; not compiled into the program).
+    QDir(g_folder).mkpath(QStringLiteral("../icons"));
+    for (int size : {16, 22, 24, 32, 48, 64, 128, 256})
+        Icon(QStringLiteral("../icons/zoevents-editor-%1.png").arg(size), size, 16, ProgramIcon);
     Icon("WIZARD-16.png", 16, 16, MagicWand);
     Icon("SEARCH-16.png", 16, 16, Magnifier);
     Icon("COPY-16.png", 16, 16, CopyImage);
