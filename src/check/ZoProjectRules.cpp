@@ -10,6 +10,7 @@
 #include "platform/tools/ZoUtf.h"
 
 #include <QDateTime>
+#include <QLocale>
 
 #include <algorithm>
 #include <type_traits>
@@ -354,7 +355,8 @@ void CheckFloodBound(Context& context, int always, std::unordered_map<TableState
     if (best == 0)
         return;
     QDateTime const moment = QDateTime(context.from, QTime(0, 0)).addSecs(bestMinute * 60);
-    std::wstring const when = moment.toString(QStringLiteral("ddd yyyy-MM-dd HH:mm")).toStdWString();
+    // The day's name in the language of the messages.
+    std::wstring const when = QLocale().toString(moment, QStringLiteral("ddd yyyy-MM-dd HH:mm")).toStdWString();
     context.AddAt(ProjectDoc::Events, {context.eventsPosition}, ZoCheckSubject::Project, L"", L"", ZoSeverity::Note,
                   "flood-bound", ZoFormat(ZoLoadString(64552).c_str(), best, when.c_str()));
 }
