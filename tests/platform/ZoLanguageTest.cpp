@@ -153,6 +153,11 @@ TEST(Languages, TheLanguageOptionIsTakenOutOfTheCommandLine)
     EXPECT_EQ(ZoTakeLanguageOption(argc, dangling), "");
     EXPECT_EQ(argc, 1);
 
+    char* empty[] = {nullptr}; // a program started without even its name
+    argc = 0;
+    EXPECT_EQ(ZoTakeLanguageOption(argc, empty), "");
+    EXPECT_EQ(argc, 0);
+
     char* none[] = {program, folder, nullptr};
     argc = 2;
     EXPECT_EQ(ZoTakeLanguageOption(argc, none), "");

@@ -8,6 +8,7 @@
 #include <QRegularExpression>
 #include <QTranslator>
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -37,7 +38,7 @@ QString ZoPickLanguage(QString const& requested, QStringList const& preferred, Q
 QString ZoTakeLanguageOption(int& argc, char** argv)
 {
     QString language;
-    int kept = 1;
+    int kept = std::min(argc, 1); // the program's name stays (a program run without one has argc 0)
     for (int i = 1; i < argc; ++i) {
         if (std::strcmp(argv[i], "--lang") == 0) {
             if (i + 1 < argc)
@@ -51,8 +52,7 @@ QString ZoTakeLanguageOption(int& argc, char** argv)
         argv[kept++] = argv[i];
     }
     argc = kept;
-    if (kept > 0)
-        argv[kept] = nullptr; // argv ends with a null pointer, as main received it
+    argv[kept] = nullptr; // argv ends with a null pointer, as main received it
     return language;
 }
 
