@@ -16,7 +16,8 @@ namespace {
 // "de-DE", "de_AT.UTF-8" and "de" all name German.
 QString LanguageOf(QString const& name)
 {
-    qsizetype const end = name.indexOf(QRegularExpression(QStringLiteral("[-_.@]")));
+    static QRegularExpression const separator(QStringLiteral("[-_.@]"));
+    qsizetype const end = name.indexOf(separator);
     return (end < 0 ? name : name.left(end)).toLower();
 }
 
