@@ -125,13 +125,13 @@ TEST_F(HostProblems, EnterOpensTheEditorAtTheFieldAndTheEventIsCheckedAgainAfter
     EXPECT_EQ(modal.Classes(), QStringList{"ZoEDlgEventCfg"});
     EXPECT_EQ(problems->Model().Counts().errors, before.errors - 1);
     EXPECT_FALSE(SelectRow(list, EventElement("Pump 1 fault"), ConditionColumn(2)));
-    EXPECT_TRUE(problems->windowTitle().startsWith(QString("Problems: %1 errors").arg(before.errors - 1)));
+    EXPECT_TRUE(problems->windowTitle().startsWith(ZoText(64571).section(",", 0, 0).replace("%d", QString::number(before.errors - 1))));
     // The save checks the whole project again in idle time: the window is filled again and
     // the status bar shows the counts.
     EXPECT_TRUE(faulty.window.CheckRunner()->IsRunning());
     faulty.window.CheckRunner()->Finish();
     EXPECT_EQ(problems->Model().Counts().errors, before.errors - 1);
-    EXPECT_TRUE(faulty.window.statusBar()->currentMessage().contains(QString("Check: %1 errors").arg(before.errors - 1)))
+    EXPECT_TRUE(faulty.window.statusBar()->currentMessage().contains(ZoText(64573).section(",", 0, 0).replace("%d", QString::number(before.errors - 1))))
         << faulty.window.statusBar()->currentMessage().toStdString();
 }
 
