@@ -30,7 +30,7 @@ bool ParseArguments(QStringList const& arguments, CheckArguments& parsed, QStrin
         QString text;
         if (argument == "--format") {
             if (!value(text) || (text != "text" && text != "json")) {
-                error = "--format takes text or json";
+                error = ZoCliMessage(65014);
                 return false;
             }
             parsed.json = text == "json";
@@ -42,21 +42,21 @@ bool ParseArguments(QStringList const& arguments, CheckArguments& parsed, QStrin
             parsed.warningsAsErrors = true;
         } else if (argument == "--from") {
             if (!value(text) || !(parsed.from = QDate::fromString(text, Qt::ISODate)).isValid()) {
-                error = "--from takes a date written YYYY-MM-DD";
+                error = ZoCliMessage(65015);
                 return false;
             }
         } else if (argument.startsWith("--")) {
-            error = "unknown option " + argument;
+            error = ZoCliMessage(65007, argument.toStdWString().c_str());
             return false;
         } else if (parsed.folder.isEmpty()) {
             parsed.folder = argument;
         } else {
-            error = "one project folder only";
+            error = ZoCliMessage(65008);
             return false;
         }
     }
     if (parsed.folder.isEmpty()) {
-        error = "no project folder given";
+        error = ZoCliMessage(65009);
         return false;
     }
     return true;

@@ -19,8 +19,7 @@ std::string ZoCliText(std::wstring const& text)
 
 std::string ZoCliCounts(ZoCheckCounts const& counts)
 {
-    auto const count = [](int n, char const* word) {
-        return std::to_string(n) + " " + word + (n == 1 ? "" : "s");
-    };
-    return count(counts.errors, "error") + ", " + count(counts.warnings, "warning") + ", " + count(counts.notes, "note");
+    // "%d error" / "%d errors", then the warnings and the notes.
+    auto const count = [](int n, unsigned singular) { return ZoCliMessage(singular + (n == 1 ? 0 : 1), n).toStdString(); };
+    return count(counts.errors, 65000) + ", " + count(counts.warnings, 65002) + ", " + count(counts.notes, 65004);
 }

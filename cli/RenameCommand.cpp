@@ -25,7 +25,7 @@ bool ParseArguments(QStringList const& arguments, RenameArguments& parsed, QStri
         QString const& argument = arguments[i];
         if (argument == "--device" || argument == "--variable" || argument == "--event") {
             if (parsed.kindGiven || i + 2 >= arguments.size()) {
-                error = parsed.kindGiven ? "one rename at a time" : argument + " takes the old and the new name";
+                error = parsed.kindGiven ? ZoCliMessage(65011) : ZoCliMessage(65010, argument.toStdWString().c_str());
                 return false;
             }
             parsed.kindGiven = true;
@@ -38,7 +38,7 @@ bool ParseArguments(QStringList const& arguments, RenameArguments& parsed, QStri
             if (request.kind == ZoRenameKind::Variable) {
                 std::size_t const point = request.oldName.rfind(L'.');
                 if (point == std::wstring::npos || point == 0 || point + 1 == request.oldName.size()) {
-                    error = "--variable takes DEVICE.CODE and the new code";
+                    error = ZoCliMessage(65012);
                     return false;
                 }
                 request.device = request.oldName.substr(0, point);
@@ -47,17 +47,17 @@ bool ParseArguments(QStringList const& arguments, RenameArguments& parsed, QStri
         } else if (argument == "--dry-run") {
             parsed.dryRun = true;
         } else if (argument.startsWith("--")) {
-            error = "unknown option " + argument;
+            error = ZoCliMessage(65007, argument.toStdWString().c_str());
             return false;
         } else if (parsed.folder.isEmpty()) {
             parsed.folder = argument;
         } else {
-            error = "one project folder only";
+            error = ZoCliMessage(65008);
             return false;
         }
     }
     if (parsed.folder.isEmpty() || !parsed.kindGiven) {
-        error = parsed.folder.isEmpty() ? "no project folder given" : "--device, --variable or --event is needed";
+        error = ZoCliMessage(parsed.folder.isEmpty() ? 65009 : 65013);
         return false;
     }
     return true;
@@ -102,10 +102,10 @@ int RunRenameCommand(QStringList const& arguments, std::FILE* out, std::FILE* er
     for (std::size_t i = 0; i < places.size(); ++i)
         WriteLine(out, ChangeLine(places[i], plan.changes[i]));
     std::fflush(out);
-    std::string summary = std::to_string(plan.references) + (plan.references == 1 ? " reference" : " references") +
-                          " in " + std::to_string(plan.changes.size()) + " places";
+    std::wstring const summary = ZoCliMessage(plan.references == 1 ? 65020 : 65021, static_cast<int>(plan.references),
+                                              static_cast<int>(plan.changes.size())).toStdWString();
     if (parsed.dryRun) {
-        WriteLine(err, summary + " (dry run: nothing written)");
+        WriteLine(err, ZoCliMessage(65022, summary.c_str()).toStdString());
         return 0;
     }
     std::vector<ProjectDoc> touched;
@@ -118,6 +118,6 @@ int RunRenameCommand(QStringList const& arguments, std::FILE* out, std::FILE* er
         WriteLine(err, "zoevents rename: " + ZoCliText(error));
         return 2;
     }
-    WriteLine(err, summary + " renamed");
+    WriteLine(err, ZoCliMessage(65023, summary.c_str()).toStdString());
     return 0;
 }

@@ -26,7 +26,7 @@ bool ParseArguments(QStringList const& arguments, bool import, SheetArguments& p
         QString const& argument = arguments[i];
         if (!import && (argument == "-o" || argument == "--output")) {
             if (i + 1 >= arguments.size()) {
-                error = argument + " takes a file name";
+                error = ZoCliMessage(65016, argument.toStdWString().c_str());
                 return false;
             }
             parsed.output = arguments[++i];
@@ -37,7 +37,7 @@ bool ParseArguments(QStringList const& arguments, bool import, SheetArguments& p
         } else if (import && argument == "--create-groups") {
             parsed.createGroups = true;
         } else if (argument.startsWith("-") && argument != "-") {
-            error = "unknown option " + argument;
+            error = ZoCliMessage(65007, argument.toStdWString().c_str());
             return false;
         } else {
             parsed.positional.push_back(argument);
@@ -45,7 +45,7 @@ bool ParseArguments(QStringList const& arguments, bool import, SheetArguments& p
     }
     qsizetype const expected = import ? 2 : 1;
     if (parsed.positional.size() != expected) {
-        error = import ? "a project folder and a sheet file are needed" : "one project folder is needed";
+        error = ZoCliMessage(import ? 65017 : 65018);
         return false;
     }
     return true;
@@ -93,7 +93,7 @@ int RunExportCommand(QStringList const& arguments, std::FILE* out, std::FILE* er
         WriteLine(err, "zoevents export: " + ZoCliText(error));
         return 2;
     }
-    WriteLine(err, std::to_string(count) + (count == 1 ? " event" : " events") + " exported");
+    WriteLine(err, ZoCliMessage(count == 1 ? 65024 : 65025, static_cast<int>(count)).toStdString());
     return 0;
 }
 
@@ -130,12 +130,13 @@ int RunImportCommand(QStringList const& arguments, std::FILE* out, std::FILE* er
         WriteWide(out, line);
     std::fflush(out);
     if (plan.Refused()) {
-        WriteLine(err, "zoevents import: refused, nothing was changed (" + std::to_string(plan.faults.size())
-                           + (plan.faults.size() == 1 ? " fault)" : " faults)"));
+        WriteLine(err, "zoevents import: "
+                           + ZoCliMessage(plan.faults.size() == 1 ? 65026 : 65027, static_cast<int>(plan.faults.size()))
+                                 .toStdString());
         return 1;
     }
     if (parsed.dryRun || !plan.ChangesAnything()) {
-        WriteLine(err, parsed.dryRun ? "dry run: nothing was changed" : "nothing to change");
+        WriteLine(err, ZoCliMessage(parsed.dryRun ? 65028 : 65029).toStdString());
         return 0;
     }
     ZoApplyImport(plan, target);
@@ -143,6 +144,6 @@ int RunImportCommand(QStringList const& arguments, std::FILE* out, std::FILE* er
         WriteLine(err, "zoevents import: " + ZoCliText(error));
         return 2;
     }
-    WriteLine(err, "applied and saved");
+    WriteLine(err, ZoCliMessage(65030).toStdString());
     return 0;
 }

@@ -24,19 +24,19 @@ bool ParseArguments(QStringList const& arguments, UsesArguments& parsed, QString
             QString const format = argument == "--format" ? (i + 1 < arguments.size() ? arguments[++i] : QString())
                                                           : argument.mid(9);
             if (format != "text" && format != "json") {
-                error = "--format takes text or json";
+                error = ZoCliMessage(65014);
                 return false;
             }
             parsed.json = format == "json";
         } else if (argument.startsWith("--")) {
-            error = "unknown option " + argument;
+            error = ZoCliMessage(65007, argument.toStdWString().c_str());
             return false;
         } else {
             plain.append(argument);
         }
     }
     if (plain.size() != 2) {
-        error = "a project folder and one reference are needed";
+        error = ZoCliMessage(65019);
         return false;
     }
     parsed.folder = plain[0];
@@ -77,6 +77,6 @@ int RunUsesCommand(QStringList const& arguments, std::FILE* out, std::FILE* err)
     }
     std::fflush(out);
     if (!parsed.json)
-        WriteLine(err, std::to_string(uses.size()) + (uses.size() == 1 ? " use" : " uses"));
+        WriteLine(err, ZoCliMessage(uses.size() == 1 ? 64747 : 64748, static_cast<int>(uses.size())).toStdString());
     return uses.empty() ? 1 : 0;
 }

@@ -13,6 +13,7 @@
 #include "StampCommand.h"
 #include "UsesCommand.h"
 #include "WhenCommand.h"
+#include "platform/tools/ZoLanguage.h"
 
 #include <QCoreApplication>
 
@@ -20,7 +21,8 @@
 
 namespace {
 
-constexpr char const* kUsage = "usage: zoevents COMMAND [OPTIONS] FOLDER\n"
+// "%s": the languages that have a text table.
+constexpr char const* kUsage = "usage: zoevents [--lang %s] COMMAND [OPTIONS] FOLDER\n"
                                "commands:\n"
                                "  check   report every fault of a project folder (see docs/check.md)\n"
                                "  uses    list every place that uses a reference (see docs/uses.md)\n"
@@ -31,17 +33,25 @@ constexpr char const* kUsage = "usage: zoevents COMMAND [OPTIONS] FOLDER\n"
                                "  when    when an event may fire (see docs/timeline.md)\n"
                                "run 'zoevents COMMAND --help' for the options of a command";
 
+std::string Usage()
+{
+    std::string usage = kUsage;
+    usage.replace(usage.find("%s"), 2, ZoTextLanguages().join(u'|').toStdString());
+    return usage;
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
 {
+    ZoApplyLanguage(ZoTakeLanguageOption(argc, argv));
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName("zoevents");
     QCoreApplication::setApplicationVersion(ZO_VERSION);
     QStringList arguments = QCoreApplication::arguments();
     arguments.removeFirst();
     if (arguments.isEmpty() || arguments.first() == "--help" || arguments.first() == "-h") {
-        WriteLine(arguments.isEmpty() ? stderr : stdout, kUsage);
+        WriteLine(arguments.isEmpty() ? stderr : stdout, Usage());
         return arguments.isEmpty() ? 2 : 0;
     }
     if (arguments.first() == "--version") {
@@ -75,7 +85,7 @@ int main(int argc, char* argv[])
         }
         return other.run(arguments, stdout, stderr);
     }
-    WriteLine(stderr, "zoevents: unknown command '" + command.toStdString() + "'");
-    WriteLine(stderr, kUsage);
+    WriteLine(stderr, "zoevents: " + ZoCliMessage(65006, command.toStdWString().c_str()).toStdString());
+    WriteLine(stderr, Usage());
     return 2;
 }

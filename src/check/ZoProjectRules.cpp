@@ -11,6 +11,7 @@
 #include "platform/tools/ZoUtf.h"
 
 #include <QDateTime>
+#include <QLocale>
 
 #include <algorithm>
 #include <type_traits>
@@ -340,9 +341,9 @@ void CheckFloodBound(Context& context, int always, std::unordered_map<TableState
     if (peak.count == 0)
         return;
     int const minute = ZoMinuteOf(peak.moment);
-    std::wstring const when = (ZoDateOf(peak.moment).toString(QStringLiteral("ddd yyyy-MM-dd "))
-                               + QTime(minute / 60, minute % 60).toString(QStringLiteral("HH:mm")))
-                                  .toStdWString();
+    QDateTime const moment(ZoDateOf(peak.moment), QTime(minute / 60, minute % 60));
+    // The day's name in the language of the messages.
+    std::wstring const when = QLocale().toString(moment, QStringLiteral("ddd yyyy-MM-dd HH:mm")).toStdWString();
     context.AddAt(ProjectDoc::Events, {context.eventsPosition}, ZoCheckSubject::Project, L"", L"", ZoSeverity::Note,
                   "flood-bound", ZoFormat(ZoLoadString(64552).c_str(), peak.count, when.c_str()));
 }

@@ -14,6 +14,7 @@
 #include "platform/tools/ZoUtf.h"
 #include "uses/ZoRename.h"
 
+#include <algorithm>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -193,10 +194,15 @@ QWidget* ZoEDlgEventCfg::BuildGeneralTab()
     form->addRow(NewLabel(page, "descriptionLabel", m_keys.Apply(ZoText(32795)), m_description), m_description);
     form->addRow(NewSeparator(page));
     // A formula's status can be a long sentence: its label wraps instead of squeezing the
-    // fields.
+    // fields. The labels' column is as wide as the widest label needs unwrapped (a long word
+    // of another language included), at most 220 pixels, and the wrapped labels get exactly
+    // that width, so the height of their rows is worked out for the width they are shown at.
+    int column = 0;
+    for (QLabel* label : {m_conditionLabel, m_stopLabel, m_delayActivateLabel, m_delayDeactivateLabel})
+        column = std::max(column, label->sizeHint().width());
     for (QLabel* label : {m_conditionLabel, m_stopLabel, m_delayActivateLabel, m_delayDeactivateLabel}) {
         label->setWordWrap(true);
-        label->setMaximumWidth(220);
+        label->setFixedWidth(std::min(column, 220));
     }
     // The button that opens the formula wizard on each formula field.
     m_conditionWizard = ZoNewWizardButton(page, "conditionWizardButton", m_condition, ZoText(60204));

@@ -6,6 +6,7 @@
 #include "actions/ZoEDlgEventActionsCfg.h"
 #include "config/XmlDocument.h"
 
+#include "platform/tools/ZoTexts.h"
 #include <QAbstractItemModelTester>
 #include <QCoreApplication>
 #include <QDialog>
@@ -17,6 +18,7 @@
 #include <initializer_list>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace actions_test {
 
@@ -84,14 +86,28 @@ protected:
     }
 
     QAbstractItemModel* Model() const { return m_list->model(); }
-    // "kind:summary" of every row, joined by "|".
+    // "kind:summary" of every row, joined by "|". The table's texts in them are read back
+    // into English, so that a case reads the same in every language of the run.
     std::string Rows() const
     {
         std::string out;
         for (int row = 0; row < Model()->rowCount(); ++row)
-            out += (row ? "|" : "") + Model()->index(row, 0).data().toString().toStdString() + ":"
-                + Model()->index(row, 1).data().toString().toStdString();
+            out += (row ? "|" : "") + InEnglish(Model()->index(row, 0).data().toString()) + ":"
+                + InEnglish(Model()->index(row, 1).data().toString());
         return out;
+    }
+    // A kind's name, and a web page's window within a summary, as the English table has them.
+    static std::string InEnglish(QString text)
+    {
+        static std::pair<unsigned, char const*> const kinds[] = {
+            {32850, "Force"},  {32851, "Command"}, {767, "Screen"}, {32401, "Report"},  {34112, "Device"},
+            {34111, "Beep"},   {34141, "Mail"},    {36276, "SMS"},  {39954, "Web page"},
+        };
+        for (auto const& [id, english] : kinds)
+            if (text == ZoText(id))
+                return english;
+        text.replace(ZoText(38457), QLatin1String("New browser window")).replace(ZoText(38460), QLatin1String("new tab"));
+        return text.toStdString();
     }
     // The tags of the moment's children, in document order, joined by " ".
     std::string Children() const

@@ -1,5 +1,6 @@
 #include "ActionEditorTestSupport.h"
 #include "actions/ZoEDlgEventActionLaunchWebCfg.h"
+#include "platform/tools/ZoTexts.h"
 #include "support/ModalScript.h"
 
 #include <QAbstractItemView>
@@ -30,9 +31,9 @@ TEST_F(WebPageEditor, ShowsTheStoredAddressAndPlace)
     Open(L"{W-1}");
     EXPECT_EQ(Address()->text(), "https://plant/overview");
     ASSERT_EQ(Place()->count(), 2);
-    EXPECT_EQ(Place()->itemText(0), "Browser (new tab)");
+    EXPECT_EQ(Place()->itemText(0), ZoText(38456) + " (" + ZoText(38460) + ")");
     EXPECT_EQ(Place()->itemData(0).toInt(), 0);
-    EXPECT_EQ(Place()->itemText(1), "New browser window");
+    EXPECT_EQ(Place()->itemText(1), ZoText(38457));
     EXPECT_EQ(Place()->itemData(1).toInt(), 1);
     EXPECT_EQ(Place()->currentIndex(), 0);
     EXPECT_EQ(Focused(*m_dialog), "addressEdit");
@@ -60,7 +61,7 @@ TEST_F(WebPageEditor, NoPlaceChosenKeepsTheStoredWindow)
          "<launchWeb><id>{W-2}</id><url>https://plant</url></launchWeb>");
     Open(L"{W-1}");
     EXPECT_EQ(Place()->currentIndex(), -1);
-    EXPECT_EQ(Place()->placeholderText(), "As stored: tab");
+    EXPECT_EQ(Place()->placeholderText(), ZoText(63322).replace("%s", "tab"));
     Address()->setText("https://plant/pumps");
     EXPECT_EQ(ModalScript::ClickOk(*m_dialog), QDialog::Accepted);
     EXPECT_EQ(Xml(Action(L"{W-1}", L"launchWeb")),
@@ -68,7 +69,7 @@ TEST_F(WebPageEditor, NoPlaceChosenKeepsTheStoredWindow)
     // Without a stored place the box says what the action does, and OK adds no key.
     Open(L"{W-2}");
     EXPECT_EQ(Place()->currentIndex(), -1);
-    EXPECT_EQ(Place()->placeholderText(), "New browser window");
+    EXPECT_EQ(Place()->placeholderText(), ZoText(38457));
     Address()->setText("https://plant/tanks");
     EXPECT_EQ(ModalScript::ClickOk(*m_dialog), QDialog::Accepted);
     EXPECT_EQ(Xml(Action(L"{W-2}", L"launchWeb")),

@@ -2,6 +2,7 @@
 #include "actions/ZoEDlgEventActionsScreenReportCfg.h"
 #include "actions/ZoScreenReportNames.h"
 #include "platform/setup/ZoVelmoraSetup.h"
+#include "platform/tools/ZoTexts.h"
 #include "support/ModalScript.h"
 
 #include <QAbstractItemModelTester>
@@ -70,13 +71,13 @@ TEST_F(ScreenReportChooser, ListsTheProjectsScreensOrReportsByName)
 {
     Load("<screen><id>{A-1}</id></screen><report><id>{A-2}</id></report>");
     Open(L"{A-1}", L"screen");
-    EXPECT_EQ(m_dialog->windowTitle(), "Screen to show");
+    EXPECT_EQ(m_dialog->windowTitle(), ZoText(63330));
     EXPECT_EQ(Rows(), "Boiler.Room, Overview, Pumps, Tanks");
     EXPECT_FALSE(Ok()->isEnabled()) << "nothing chosen yet";
     EXPECT_EQ(Focused(*m_dialog), "namesList");
     EXPECT_FALSE(m_dialog->findChild<QLabel*>("emptyHint")->isVisibleTo(m_dialog.get()));
     Open(L"{A-2}", L"report");
-    EXPECT_EQ(m_dialog->windowTitle(), "Report to print");
+    EXPECT_EQ(m_dialog->windowTitle(), ZoText(63331));
     EXPECT_EQ(Rows(), "DailyOperations, Energy");
 }
 

@@ -1,6 +1,7 @@
 #include "ActionEditorTestSupport.h"
 #include "actions/ZoActionDuplicates.h"
 #include "actions/ZoEDlgEventActionShellExecuteCfg.h"
+#include "platform/tools/ZoTexts.h"
 #include "support/ModalScript.h"
 
 #include <QFileDialog>
@@ -41,7 +42,7 @@ TEST_F(CommandEditor, WritesCommandAndParameters)
 {
     Load(kNewCommand);
     Open(L"{S-NEW}");
-    EXPECT_EQ(m_dialog->windowTitle(), "Command action");
+    EXPECT_EQ(m_dialog->windowTitle(), ZoText(63310));
     EXPECT_EQ(Focused(*m_dialog), "commandEdit");
     EXPECT_EQ(Enter("notify.exe", "--level 2"), QDialog::Accepted);
     EXPECT_EQ(Xml(Activate()), "<activate><shellExecute><id>{S-NEW}</id><command>notify.exe</command>"
@@ -59,7 +60,7 @@ TEST_F(CommandEditor, EmptyCommandIsRefusedUnlessChecksAreSkipped)
     EXPECT_EQ(Focused(*m_dialog), "commandEdit");
 
     Open(L"{S-NEW}", true);
-    EXPECT_EQ(m_dialog->findChild<QPushButton*>("okButton")->text().remove('&'), "Replace");
+    EXPECT_EQ(m_dialog->findChild<QPushButton*>("okButton")->text().remove('&'), ZoText(34893));
     EXPECT_EQ(Enter("", ""), QDialog::Rejected) << "nothing changed";
     EXPECT_EQ(Enter("", "x"), QDialog::Accepted);
     EXPECT_EQ(m_answers.Count(), 1);

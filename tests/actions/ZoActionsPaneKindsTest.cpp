@@ -91,8 +91,8 @@ TEST_F(ActionKinds, SummariesKeepTheirExactForms)
     for (XmlNode const* action = doc.Root()->FirstChild(); action; action = action->NextSibling())
         summaries.push_back(ZoActionSummary(*action));
     // The command keeps its blank without a parameter; only "TAB" exactly is a tab.
-    EXPECT_EQ(summaries, (std::vector<std::wstring>{L"V1 = (10)", L"a.exe ", L" -x", L"u - New browser window",
-                                                    L"u - New browser window", L"u - New browser window", L" = ()"}));
+    std::wstring const window = L"u - " + ZoLoadString(38457); // "New browser window"
+    EXPECT_EQ(summaries, (std::vector<std::wstring>{L"V1 = (10)", L"a.exe ", L" -x", window, window, window, L" = ()"}));
 }
 
 // Unknown children stay in the tree but never show.

@@ -4,6 +4,7 @@
 #include "actions/ZoEDlgEventActionsWizzard.h"
 #include "platform/ui/ZoHyperlink.h"
 
+#include "platform/tools/ZoTexts.h"
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
@@ -33,24 +34,33 @@ struct Wizard {
     ZoEDlgEventActionsWizzard dialog;
 };
 
+// The links' captions of these kinds, as Links() gives them, in the language of the run.
+std::string Captions(std::initializer_list<unsigned> ids)
+{
+    QStringList captions;
+    for (unsigned const id : ids)
+        captions << ZoText(id);
+    return captions.join(QLatin1Char('|')).toStdString();
+}
+
 TEST(ActionsWizzard, AServerWhileListOffersTwoLinksAndIsShort)
 {
     Wizard server(kServerWhileMask);
     Wizard client(kClientActionsMask);
-    EXPECT_EQ(server.Links(), "Force a variable|Run a command");
-    EXPECT_EQ(client.Links(), "Run a command|Show a screen|Print a report|Act on a device|Beep|Web page");
+    EXPECT_EQ(server.Links(), Captions({32846, 32847})); // force a variable, run a command
+    // Run a command, show a screen, print a report, act on a device, beep, web page.
+    EXPECT_EQ(client.Links(), Captions({32847, 34108, 34109, 34110, 34111, 39954}));
     EXPECT_LT(server.dialog.height(), client.dialog.height()) << "as tall as its links";
     EXPECT_FALSE(server.Link("mailLink")->isEnabled());
-    EXPECT_EQ(server.dialog.windowTitle(), "New action");
-    EXPECT_EQ(server.dialog.findChild<QLabel*>("introText")->text(), "Choose the kind of action to add:");
+    EXPECT_EQ(server.dialog.windowTitle(), ZoText(32844));
+    EXPECT_EQ(server.dialog.findChild<QLabel*>("introText")->text(), ZoText(32845));
     EXPECT_EQ(server.dialog.focusWidget(), server.Link("forceLink"));
 }
 
 TEST(ActionsWizzard, EveryKindHasItsLinkWithAnIconInTableOrder)
 {
     Wizard all(0x1FF);
-    EXPECT_EQ(all.Links(), "Force a variable|Run a command|Show a screen|Print a report|Act on a device|Beep|Mail|SMS"
-                           "|Web page");
+    EXPECT_EQ(all.Links(), Captions({32846, 32847, 34108, 34109, 34110, 34111, 34141, 36276, 39954}));
     for (ZoHyperlink const* link : all.dialog.findChildren<ZoHyperlink*>()) {
         EXPECT_FALSE(link->icon().isNull()) << link->objectName().toStdString();
         EXPECT_TRUE(link->text().contains(QLatin1Char('&'))) << "every link has its Alt key";

@@ -4,6 +4,8 @@
 #include "ProblemsWindow.h"
 #include "ProjectCheckRunner.h"
 #include "editor/ZoEDlgEventCfg.h"
+#include "platform/tools/ZoFormat.h"
+#include "platform/tools/ZoTexts.h"
 #include "platform/ui/ZoWaitDlg.h"
 #include "support/ScriptedAnswerer.h"
 
@@ -19,6 +21,21 @@
 using namespace host_test;
 
 namespace {
+
+// The texts the Problems window shows, in the language of the run: a severity column's start
+// ("error | "), an event's element, a field with the column of a formula fault.
+QString SeverityCell(unsigned id)
+{
+    return ZoText(id) + " | ";
+}
+QString EventElement(QString const& name)
+{
+    return ZoText(64503).replace("%s", name);
+}
+QString ConditionColumn(int column)
+{
+    return ZoText(64511) + ZoText(64528).replace("%d", QString::number(column));
+}
 
 // A main window on a temporary copy of examples/faulty.
 struct FaultyWindow {
@@ -77,7 +94,7 @@ TEST_F(HostProblems, TheDemoChecksClean)
     ASSERT_TRUE(problems);
     EXPECT_TRUE(problems->isVisible());
     EXPECT_FALSE(problems->isModal());
-    EXPECT_TRUE(problems->windowTitle().startsWith("Problems: 0 errors, 0 warnings")) << problems->windowTitle().toStdString();
+    EXPECT_TRUE(problems->windowTitle().startsWith(QString::fromStdWString(ZoFormat(ZoLoadString(64571).c_str(), 0, 0, 0)).section(", ", 0, 1))) << problems->windowTitle().toStdString();
     EXPECT_EQ(answers.Count(), 0);
 }
 
@@ -93,9 +110,9 @@ TEST_F(HostProblems, EnterOpensTheEditorAtTheFieldAndTheEventIsCheckedAgainAfter
     QTreeView* list = problems->List();
     EXPECT_EQ(list->findChild<QTreeView*>(), nullptr);
     // Errors come first (sorted by severity).
-    EXPECT_TRUE(Rows(list).first().startsWith("error | "));
+    EXPECT_TRUE(Rows(list).first().startsWith(SeverityCell(64500)));
 
-    ASSERT_TRUE(SelectRow(list, "event \"Pump 1 fault\"", "condition, column 2"));
+    ASSERT_TRUE(SelectRow(list, EventElement("Pump 1 fault"), ConditionColumn(2)));
     ModalScript modal(ModalScript::As<ZoEDlgEventCfg>([](ZoEDlgEventCfg& editor) {
         EXPECT_EQ(editor.findChild<QTabWidget*>("tabs")->currentIndex(), ZoEDlgEventCfg::TabGeneral);
         auto* condition = editor.findChild<QLineEdit*>("conditionEdit");
@@ -107,14 +124,14 @@ TEST_F(HostProblems, EnterOpensTheEditorAtTheFieldAndTheEventIsCheckedAgainAfter
     QTest::keyClick(list, Qt::Key_Return);
     EXPECT_EQ(modal.Classes(), QStringList{"ZoEDlgEventCfg"});
     EXPECT_EQ(problems->Model().Counts().errors, before.errors - 1);
-    EXPECT_FALSE(SelectRow(list, "event \"Pump 1 fault\"", "condition, column 2"));
-    EXPECT_TRUE(problems->windowTitle().startsWith(QString("Problems: %1 errors").arg(before.errors - 1)));
+    EXPECT_FALSE(SelectRow(list, EventElement("Pump 1 fault"), ConditionColumn(2)));
+    EXPECT_TRUE(problems->windowTitle().startsWith(ZoText(64571).section(",", 0, 0).replace("%d", QString::number(before.errors - 1))));
     // The save checks the whole project again in idle time: the window is filled again and
     // the status bar shows the counts.
     EXPECT_TRUE(faulty.window.CheckRunner()->IsRunning());
     faulty.window.CheckRunner()->Finish();
     EXPECT_EQ(problems->Model().Counts().errors, before.errors - 1);
-    EXPECT_TRUE(faulty.window.statusBar()->currentMessage().contains(QString("Check: %1 errors").arg(before.errors - 1)))
+    EXPECT_TRUE(faulty.window.statusBar()->currentMessage().contains(ZoText(64573).section(",", 0, 0).replace("%d", QString::number(before.errors - 1))))
         << faulty.window.statusBar()->currentMessage().toStdString();
 }
 
@@ -126,7 +143,7 @@ TEST_F(HostProblems, TheCountsFollowTheSaveInIdleTime)
     FaultyWindow faulty;
     ProjectCheckRunner& runner = *faulty.window.CheckRunner();
     faulty.window.OnSave();
-    EXPECT_EQ(faulty.window.statusBar()->currentMessage(), "All changes saved.");
+    EXPECT_EQ(faulty.window.statusBar()->currentMessage(), ZoText(60054));
     EXPECT_TRUE(runner.IsRunning());
 
     QDialog dialog(&faulty.window);
@@ -142,7 +159,7 @@ TEST_F(HostProblems, TheCountsFollowTheSaveInIdleTime)
     while (runner.IsRunning() && clock.elapsed() < 10000)
         QCoreApplication::processEvents();
     EXPECT_FALSE(runner.IsRunning());
-    EXPECT_TRUE(faulty.window.statusBar()->currentMessage().startsWith("All changes saved. Check: ")) << faulty.window.statusBar()->currentMessage().toStdString();
+    EXPECT_TRUE(faulty.window.statusBar()->currentMessage().startsWith(ZoText(60054) + " " + ZoText(64573).section("%d", 0, 0))) << faulty.window.statusBar()->currentMessage().toStdString();
     EXPECT_EQ(answers.Count(), 0);
 }
 
@@ -154,7 +171,9 @@ TEST_F(HostProblems, AnActionFindingOpensItsMomentAndCancelChangesNothing)
     ProblemsWindow* problems = faulty.window.Problems();
     QTreeView* list = problems->List();
     QStringList const rows = Rows(list);
-    ASSERT_TRUE(SelectRow(list, "event \"Missing screen\"", "Client actions, Activation, action 1"));
+    ASSERT_TRUE(SelectRow(list, EventElement("Missing screen"),
+                          QString::fromStdWString(ZoFormat(ZoLoadString(64521).c_str(), ZoLoadString(34107).c_str(),
+                                                           ZoLoadString(32831).c_str(), 1))));
     ModalScript modal(ModalScript::As<ZoEDlgEventCfg>([](ZoEDlgEventCfg& editor) {
         EXPECT_EQ(editor.findChild<QTabWidget*>("tabs")->currentIndex(), ZoEDlgEventCfg::TabClientActions);
         EXPECT_EQ(editor.findChild<QTabWidget*>("clientActionsMomentTabs")->currentIndex(), 0);
@@ -178,11 +197,11 @@ TEST_F(HostProblems, FilterBySeverityAndSort)
     problems->findChild<QCheckBox*>("notesCheck")->setChecked(false);
     EXPECT_EQ(list->model()->rowCount(), counts.warnings);
     for (QString const& row : Rows(list))
-        EXPECT_TRUE(row.startsWith("warning | ")) << row.toStdString();
+        EXPECT_TRUE(row.startsWith(SeverityCell(64501))) << row.toStdString();
     problems->findChild<QCheckBox*>("errorsCheck")->setChecked(true);
     list->sortByColumn(ProblemsModel::SeverityColumn, Qt::DescendingOrder);
-    EXPECT_TRUE(Rows(list).first().startsWith("warning | "));
-    EXPECT_TRUE(Rows(list).last().startsWith("error | "));
+    EXPECT_TRUE(Rows(list).first().startsWith(SeverityCell(64501)));
+    EXPECT_TRUE(Rows(list).last().startsWith(SeverityCell(64500)));
 }
 
 } // namespace
@@ -202,8 +221,8 @@ TEST_F(HostProblems, TheOpenWindowFollowsChangesOfOtherDialogs)
     faulty.window.OnEventsList();
     faulty.window.CheckRunner()->Finish();
     EXPECT_EQ(problems->List()->model()->rowCount(), rows - 1);
-    EXPECT_FALSE(SelectRow(problems->List(), "event \"Pump 1 fault\"", "condition, column 2"));
-    EXPECT_TRUE(SelectRow(problems->List(), "event \"Follows a renamed event\"", "condition, column 2"));
+    EXPECT_FALSE(SelectRow(problems->List(), EventElement("Pump 1 fault"), ConditionColumn(2)));
+    EXPECT_TRUE(SelectRow(problems->List(), EventElement("Follows a renamed event"), ConditionColumn(2)));
 }
 
 } // namespace

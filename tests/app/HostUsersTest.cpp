@@ -3,6 +3,7 @@
 // nothing writes it.
 #include "HostTestSupport.h"
 #include "actions/ZoUsersDocument.h"
+#include "platform/tools/ZoTexts.h"
 #include "platform/ui/ZoWaitDlg.h"
 
 using namespace host_test;
@@ -27,7 +28,7 @@ TEST_F(HostUsers, OpeningLeavesTheUsersForTheActionListsToLoad)
     ProjectFolder* project = demo.window.Project();
     EXPECT_FALSE(project->Users().IsOK()) << "not read at opening";
     EXPECT_TRUE(project->HasFile(ProjectDoc::Users));
-    EXPECT_TRUE(demo.Label("projectDetailsLabel").contains(QStringLiteral("Users: %1").arg(DemoUsers())))
+    EXPECT_TRUE(demo.Label("projectDetailsLabel").contains(ZoText(60037).replace("%d", QString::number(DemoUsers()))))
         << demo.Label("projectDetailsLabel").toStdString();
 
     ModalScript modal(ModalScript::As<ZoWaitDlg>([](ZoWaitDlg& wait) { return wait.exec(); }));
@@ -43,7 +44,7 @@ TEST_F(HostUsers, ABrokenUsersFileDoesNotRefuseTheProject)
     WriteBytes(demo.File(ProjectDoc::Users), "<usersBD><users><user>");
     DemoWindow other;
     EXPECT_TRUE(other.window.OpenFolder(demo.dir.path()));
-    EXPECT_TRUE(other.Label("projectDetailsLabel").contains(QStringLiteral("Users: 0")));
+    EXPECT_TRUE(other.Label("projectDetailsLabel").contains(ZoText(60037).replace("%d", "0")));
     EXPECT_EQ(ReadBytes(demo.File(ProjectDoc::Users)), QByteArray("<usersBD><users><user>"));
 }
 

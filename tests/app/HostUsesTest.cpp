@@ -5,6 +5,8 @@
 #include "RenameDlg.h"
 #include "UsesWindow.h"
 #include "editor/ZoEDlgEventCfg.h"
+#include "platform/tools/ZoFormat.h"
+#include "platform/tools/ZoTexts.h"
 #include "events/ZoEDlgEventsCfg.h"
 #include "groups/ZoEDlgEventGroupsCfg.h"
 #include "timetables/ZoDlgTimeTableSetup.h"
@@ -23,6 +25,21 @@
 using namespace host_test;
 
 namespace {
+
+// A row of the where-used list as Rows() gives it, in the language of the run: the event,
+// then the list, the moment (32831 activation, 32832 while active, 32834 acknowledgement)
+// and the action, with its column.
+QString ActionUse(QString const& event, unsigned moment)
+{
+    QString const field = QString::fromStdWString(
+        ZoFormat(ZoLoadString(64521).c_str(), ZoLoadString(34106).c_str(), ZoLoadString(moment).c_str(), 1));
+    return ZoText(64503).replace("%s", event) + " | " + field + ZoText(64528).replace("%d", "1");
+}
+// A row whose field is the event's time table.
+QString TimeTableUse(QString const& event)
+{
+    return ZoText(64503).replace("%s", event) + " | " + ZoText(64515);
+}
 
 // The rows as "element | field" lines.
 QStringList Rows(QTreeView const* list)
@@ -47,11 +64,9 @@ TEST_F(HostUses, TheWindowListsEveryUseAndEnterOpensTheEditorAtTheActionsMoment)
     EXPECT_FALSE(uses->isModal());
     QAbstractItemModelTester tester(const_cast<UsesModel*>(&uses->Model()));
     QTreeView* list = uses->List();
-    EXPECT_EQ(Rows(list), (QStringList{"event \"Tank high level\" | Actions, Activation, action 1, column 1",
-                                       "event \"Tank overflow\" | Actions, While active, action 1, column 1",
-                                       "event \"Tank dry-run risk\" | Actions, Activation, action 1, column 1",
-                                       "event \"PUMP1 stalled\" | Actions, Activation, action 1, column 1"}));
-    EXPECT_EQ(uses->findChild<QLabel*>("countLabel")->text(), "4 uses");
+    EXPECT_EQ(Rows(list), (QStringList{ActionUse("Tank high level", 32831), ActionUse("Tank overflow", 32832),
+                                       ActionUse("Tank dry-run risk", 32831), ActionUse("PUMP1 stalled", 32831)}));
+    EXPECT_EQ(uses->findChild<QLabel*>("countLabel")->text(), ZoText(64748).replace("%d", "4"));
     EXPECT_EQ(list->currentIndex().row(), 0);
 
     list->setCurrentIndex(list->model()->index(1, 0));
@@ -67,12 +82,11 @@ TEST_F(HostUses, TheWindowListsEveryUseAndEnterOpensTheEditorAtTheActionsMoment)
     auto* reference = uses->findChild<QLineEdit*>("referenceEdit");
     reference->setText("timetable:Out of hours week");
     QTest::keyClick(reference, Qt::Key_Return);
-    EXPECT_EQ(Rows(list).join("; ").toStdString(),
-              "event \"Flow without pumping\" | time table; event \"Door open out of hours\" | time table");
+    EXPECT_EQ(Rows(list), (QStringList{TimeTableUse("Flow without pumping"), TimeTableUse("Door open out of hours")}));
     reference->setText("[PUMP9.START_CMD]");
     uses->findChild<QPushButton*>("findButton")->click();
     EXPECT_EQ(list->model()->rowCount(), 0);
-    EXPECT_EQ(uses->findChild<QLabel*>("countLabel")->text(), "No device named \"PUMP9\" in the catalog.");
+    EXPECT_EQ(uses->findChild<QLabel*>("countLabel")->text(), ZoText(64700).replace("%s", "PUMP9"));
     EXPECT_EQ(answers.Count(), 0);
 }
 
@@ -90,13 +104,13 @@ TEST_F(HostUses, RenameShowsThePreviewBeforeOkAppliesItAndSavesBothFiles)
         auto* message = dialog.findChild<QLabel*>("messageLabel");
         newName->setText("PUMP2");
         EXPECT_EQ(ModalScript::ClickOk(dialog), QDialog::Rejected);
-        EXPECT_EQ(message->text(), "A device named \"PUMP2\" exists already.");
+        EXPECT_EQ(message->text(), ZoText(64713).replace("%s", "PUMP2"));
         newName->setText("Pump 1.B");
         // The first OK shows the preview, the second applies it.
         EXPECT_EQ(ModalScript::ClickOk(dialog), QDialog::Rejected);
         auto* list = dialog.findChild<QTreeView*>("previewList");
         previewRows = list->model()->rowCount();
-        EXPECT_EQ(message->text(), "23 references in 23 places will change. OK applies them all.");
+        EXPECT_EQ(message->text().toStdWString(), ZoFormat(ZoLoadString(64766).c_str(), 23, 23));
         EXPECT_EQ(list->model()->index(1, RenamePreviewModel::BeforeColumn).data().toString(), "[PUMP1.START_CMD]");
         EXPECT_EQ(list->model()->index(1, RenamePreviewModel::AfterColumn).data().toString(), "[Pump 1.B.START_CMD]");
         return ModalScript::ClickOk(dialog);
@@ -148,7 +162,7 @@ TEST_F(HostUses, TheEventsListShowsTheUsesOfAnEventAndSelectsTheOneChosen)
         return ModalScript::Reject()(list);
     }));
     modal.Then(ModalScript::As<UsesWindow>([](UsesWindow& window) {
-        EXPECT_EQ(Rows(window.List()), QStringList{"event \"Tank overflow\" | Actions, Acknowledgement, action 1, column 1"});
+        EXPECT_EQ(Rows(window.List()), QStringList{ActionUse("Tank overflow", 32834)});
         EXPECT_EQ(window.findChild<QLineEdit*>("referenceEdit")->text(), "event:Tank high level");
         QTest::keyClick(window.List(), Qt::Key_Return);
         return window.result();

@@ -7,6 +7,7 @@
 #include "actions/ZoActionsListModel.h"
 #include "actions/ZoEDlgEventActionsCfg.h"
 #include "actions/ZoEDlgEventActionsWizzard.h"
+#include "platform/tools/ZoTexts.h"
 #include "support/ModalScript.h"
 
 #include <QCoreApplication>
@@ -47,7 +48,7 @@ TEST_F(EventEditorActions, EightPanesOneForEachSideAndMoment)
             EXPECT_EQ(pane->Moment()->Parent()->Tag(), side == 0 ? L"actions" : L"clientActions");
         }
     }
-    EXPECT_EQ(Moments(0)->tabText(1), "While active");
+    EXPECT_EQ(Moments(0)->tabText(1), ZoText(32832));
     EXPECT_EQ(editor.ActionPane(0, 1)->Model()->rowCount(), 1) << "the stored beep shows in its pane";
     EXPECT_EQ(editor.ActionPane(0, 1)->findChild<QPushButton*>("newActionButton")->text().count(QLatin1Char('&')), 1)
         << "the pane's buttons have their Alt keys";
@@ -99,7 +100,7 @@ TEST_F(EventEditorActions, ThePaneShownReceivesTheOpenAtFields)
     EXPECT_EQ(seen.presetIndex, 1);
     QCoreApplication::processEvents();
     EXPECT_EQ(editor.result(), QDialog::Accepted);
-    EXPECT_EQ(Get<QPushButton>("okButton")->text(), "Replace");
+    EXPECT_EQ(Get<QPushButton>("okButton")->text(), ZoText(34893));
 }
 
 // Step 9 of the change test: an action added in a pane is a change of the event.

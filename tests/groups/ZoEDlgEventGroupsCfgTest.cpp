@@ -2,6 +2,7 @@
 #include "groups/ZoDlgEventNewModifyGroup.h"
 #include "groups/ZoDlgSelect.h"
 #include "groups/ZoEDlgEventGroupsCfg.h"
+#include "platform/tools/ZoFormat.h"
 #include "platform/tools/ZoTexts.h"
 #include "support/ModalScript.h"
 #include "support/ScriptedAnswerer.h"
@@ -139,7 +140,7 @@ TEST(EventGroupsDialog, OpensWithTheGroupsSortedAndNoGroupChosen)
 
     // One group: its members, sorted, under a title naming it.
     Select(groups.groups, {2});
-    EXPECT_EQ(groups.MembersTitle(), QStringLiteral("Events of group Tanks"));
+    EXPECT_EQ(groups.MembersTitle(), ZoText(32783).replace("%s", "Tanks"));
     EXPECT_EQ(Rows(groups.members), QStringLiteral("pump fault,Tank high"));
     EXPECT_EQ(groups.Buttons(), "AMD a-");
     Select(groups.members, {0});
@@ -181,7 +182,7 @@ TEST(EventGroupsDialog, AddingAGroupNamesItAndSelectsIt)
     EXPECT_EQ(Rows(groups.groups), QStringLiteral("Alarms,Power,pumps,Tanks"));
     EXPECT_EQ(groups.groups->selectionModel()->selectedRows().size(), 1);
     EXPECT_EQ(groups.groups->currentIndex().row(), 0);
-    EXPECT_EQ(groups.MembersTitle(), QStringLiteral("Events of group Alarms"));
+    EXPECT_EQ(groups.MembersTitle(), ZoText(32783).replace("%s", "Alarms"));
     XmlNode const* added = groups.cfg.Root()->NodeV(L"eventsGroups/eventsGroup?name=%s?", L"Alarms");
     ASSERT_TRUE(added);
     EXPECT_EQ(added->Value(L"id", L"").size(), 38u); // a fresh GUID text
@@ -343,7 +344,7 @@ TEST(EventGroupsDialog, RemoveMembersAsksWithTheGroupsName)
     groups.messages.Then(ZoAnswer::No);
     QTest::keyClick(groups.members, Qt::Key_Delete);
     ASSERT_EQ(groups.messages.Ids(), std::vector<unsigned>{32786});
-    EXPECT_EQ(groups.messages.LastText(), L"Remove the selected events from group Tanks?");
+    EXPECT_EQ(groups.messages.LastText(), ZoFormat(ZoLoadString(32786).c_str(), L"Tanks"));
     EXPECT_EQ(Memberships(groups.cfg, L"Tank high"), "G-Tanks");
 
     // A member has nothing to open: Enter on it leaves the dialog open.

@@ -40,14 +40,14 @@ std::string Conversions(std::wstring const& text)
     return out;
 }
 
-// Calls found(match, "file:line") for every match of pattern in src/ and app/; returns how
+// Calls found(match, "file:line") for every match of pattern in src/, app/ and cli/; returns how
 // many there were.
 template <class Found>
 int ScanSources(std::regex const& pattern, Found found)
 {
     namespace fs = std::filesystem;
     int count = 0;
-    for (char const* folder : {"src", "app"}) {
+    for (char const* folder : {"src", "app", "cli"}) {
         for (auto const& entry : fs::recursive_directory_iterator(fs::path(ZO_SOURCE_DIR) / folder)) {
             if (entry.path().extension() != ".cpp" && entry.path().extension() != ".h")
                 continue;
@@ -66,8 +66,9 @@ int ScanSources(std::regex const& pattern, Found found)
 
 TEST(Texts, EveryIdTheSourcesUseHasAText)
 {
-    // The id is the first argument of ZoText/ZoLoadString, the second of the message functions.
-    std::regex const call(R"(\b(?:ZoText|ZoLoadString)\s*\(\s*(\d+))"
+    // The id is the first argument of ZoText/ZoLoadString/ZoCliMessage, the second of the
+    // message functions.
+    std::regex const call(R"(\b(?:ZoText|ZoLoadString|ZoCliMessage)\s*\(\s*(\d+))"
                           R"(|\b(?:ZoShowMessage|ZoAskYesNo)(?:Text)?\s*\([^,;()]*(?:\([^()]*\))?[^,;()]*,\s*(\d+))");
     int const calls = ScanSources(call, [](std::smatch const& match, std::string const& where) {
         unsigned const id = std::stoul(match[1].matched ? match[1].str() : match[2].str());

@@ -1,4 +1,4 @@
-// zoevents-screenshots OUTPUT_FOLDER PROJECT_FOLDER [EVENT NAME]
+// zoevents-screenshots [--lang en|de] OUTPUT_FOLDER PROJECT_FOLDER [EVENT NAME]
 //
 // Opens the host editor's window on a copy of the project, then the events list with the
 // named event selected (the first one when no event has that name) and the event editor on
@@ -28,6 +28,7 @@
 #include "timetables/ZoDlgTimeTableWeekly.h"
 #include "timetables/ZoDlgTimeTableWizzard.h"
 #include "timetables/ZoDlgTimeTableYearly.h"
+#include "platform/tools/ZoLanguage.h"
 #include "platform/tools/ZoTexts.h"
 #include "platform/ui/ZoModal.h"
 
@@ -344,11 +345,13 @@ bool LoadTimeTables(QString const& folder, XmlDocument& document)
 
 int main(int argc, char** argv)
 {
+    ZoApplyLanguage(ZoTakeLanguageOption(argc, argv));
     if (argc < 3 || argc > 4) {
-        std::fprintf(stderr, "usage: zoevents-screenshots OUTPUT_FOLDER PROJECT_FOLDER [EVENT NAME]\n");
+        std::fprintf(stderr, "usage: zoevents-screenshots [--lang en|de] OUTPUT_FOLDER PROJECT_FOLDER [EVENT NAME]\n");
         return 2;
     }
     QApplication app(argc, argv);
+    ZoInstallQtTranslations();
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication::setOrganizationName(QStringLiteral("zoevents"));
     QApplication::setApplicationName(QStringLiteral("zoevents-screenshots"));

@@ -44,11 +44,13 @@ ZoCalendar::ZoCalendar(QWidget* parent)
     setAttribute(Qt::WA_OpaquePaintEvent);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 
-    QLocale const english(QLocale::English);
+    // The names of the language chosen (QLocale's default follows it); a dialog may set
+    // its own.
+    QLocale const locale;
     for (int month = 0; month < 12; ++month)
-        m_monthNames[month] = english.standaloneMonthName(month + 1);
+        m_monthNames[month] = locale.standaloneMonthName(month + 1);
     for (int day = 0; day < 7; ++day)
-        m_weekdayNames[day] = english.standaloneDayName(day + 1, QLocale::ShortFormat);
+        m_weekdayNames[day] = locale.standaloneDayName(day + 1, QLocale::ShortFormat);
 
     QDate const today = QDate::currentDate();
     m_focus = ZoDateTime(today.year(), today.month(), today.day());

@@ -1,5 +1,8 @@
 #include "ZoTexts.h"
 
+#include "ZoLanguage.h"
+
+#include <QDir>
 #include <QFile>
 #include <QString>
 
@@ -7,8 +10,9 @@
 
 namespace {
 
-// The table, read once from the resource. A function-local static is initialised exactly
-// once even when several threads ask for a text at the same time.
+// The tables, read from the resources: English once, on first use (a function-local static
+// is initialised exactly once even when several threads ask for a text at the same time),
+// another language when it is chosen at start-up.
 using TextTable = std::unordered_map<unsigned, std::wstring>;
 
 // "\n", "\t" and "\\" inside a text stand for a line break, a tab and a backslash; any
@@ -31,10 +35,10 @@ std::wstring Unescape(QStringView text)
     return out.toStdWString();
 }
 
-TextTable LoadTable()
+TextTable LoadTable(QString const& language)
 {
     TextTable table;
-    QFile file(QStringLiteral(":/texts/en.tsv"));
+    QFile file(QStringLiteral(":/texts/%1.tsv").arg(language));
     if (!file.open(QIODevice::ReadOnly))
         return table;
     QString const all = QString::fromUtf8(file.readAll());
@@ -53,19 +57,38 @@ TextTable LoadTable()
     return table;
 }
 
-TextTable const& Table()
+// English is always loaded: a text missing from another table falls back to it.
+struct Texts {
+    TextTable english = LoadTable(QStringLiteral("en"));
+    TextTable chosen; // empty while the language is English
+    QString language = QStringLiteral("en");
+};
+
+Texts& State()
 {
-    static TextTable const table = LoadTable();
-    return table;
+    static Texts texts;
+    return texts;
+}
+
+TextTable::const_iterator Find(unsigned id, TextTable const*& table)
+{
+    Texts const& texts = State();
+    auto const found = texts.chosen.find(id);
+    if (found != texts.chosen.end()) {
+        table = &texts.chosen;
+        return found;
+    }
+    table = &texts.english;
+    return texts.english.find(id);
 }
 
 } // namespace
 
 bool ZoLoadString(unsigned id, ZoBasicString<wchar_t>& text)
 {
-    TextTable const& table = Table();
-    auto const found = table.find(id);
-    if (found == table.end()) {
+    TextTable const* table = nullptr;
+    auto const found = Find(id, table);
+    if (found == table->end()) {
         text = L"#" + std::to_wstring(id);
         return false;
     }
@@ -87,5 +110,28 @@ QString ZoText(unsigned id)
 
 bool ZoHasString(unsigned id)
 {
-    return Table().count(id) != 0;
+    return State().english.count(id) != 0;
+}
+
+QStringList ZoTextLanguages()
+{
+    QStringList languages;
+    for (QString const& name : QDir(QStringLiteral(":/texts")).entryList({QStringLiteral("*.tsv")}, QDir::Files, QDir::Name))
+        languages << name.chopped(4);
+    return languages;
+}
+
+bool ZoSetTextLanguage(QString const& language)
+{
+    Texts& texts = State();
+    if (!ZoTextLanguages().contains(language))
+        return false;
+    texts.chosen = language == QLatin1String("en") ? TextTable() : LoadTable(language);
+    texts.language = language;
+    return true;
+}
+
+QString ZoTextLanguage()
+{
+    return State().language;
 }

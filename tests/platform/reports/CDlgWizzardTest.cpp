@@ -8,6 +8,7 @@
 #include "editor/ZoFormulaStatus.h"
 #include "platform/formula/ZoEvaluator.h"
 #include "platform/tools/ZoTexts.h"
+#include "platform/ui/ZoMnemonics.h"
 #include "support/ModalScript.h"
 
 #include <QLabel>
@@ -15,6 +16,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QSet>
 #include <QTest>
 #include <QToolButton>
 #include <QTreeView>
@@ -144,11 +146,11 @@ TEST_F(Wizard, OpensOnTheCallersSelectionAndGivesBackOneLine)
 {
     ModalScript modal(ModalScript::As<CDlgWizzard>([](CDlgWizzard& wizard) {
         QPlainTextEdit* edit = Expression(wizard);
-        EXPECT_EQ(wizard.windowTitle(), "Formula wizard");
+        EXPECT_EQ(wizard.windowTitle(), ZoText(62200));
         EXPECT_EQ(Marked(edit), "<[PLC1.LEVEL]> > 95");
         EXPECT_EQ(wizard.focusWidget(), edit);
         EXPECT_FALSE(edit->toolTip().contains("%%")) << "the remainder operator shows as a single %";
-        EXPECT_TRUE(edit->toolTip().contains("[DEVICE.CODE]"));
+        EXPECT_TRUE(edit->toolTip().contains("[MAINS.ENERGY/day]"));
         QTextCursor cursor = edit->textCursor();
         cursor.movePosition(QTextCursor::End);
         edit->setTextCursor(cursor);
@@ -210,17 +212,24 @@ TEST_F(Wizard, InsertsFromTheTreeTheOperatorsAndTheFunctions)
     EXPECT_EQ(edit->toPlainText(), "[PLC1.LEVEL] AND > 95 OR abs([PUMP1.CURRENT] - 30)") << "one undo step";
 }
 
+// "Logical formula (Correct)", in the language of the run.
+QString Labelled(unsigned label, unsigned status)
+{
+    return ZoText(label) + " (" + ZoText(status) + ")";
+}
+
 TEST_F(Wizard, StatusLineShowsWhatTheEditorsLabelShowsOnEveryEdit)
 {
+    std::wstring const logical = ZoLoadString(62207), numeric = ZoLoadString(62208);
     auto wizard = Open(L"", 0, 0);
     QPlainTextEdit* edit = Expression(*wizard);
-    EXPECT_EQ(Status(*wizard), "Logical formula (Empty expression)");
+    EXPECT_EQ(Status(*wizard), Labelled(62207, 32449)); // empty expression
     QTest::keyClicks(edit, "[PLC1.LEVEL] > 9");
-    EXPECT_EQ(Status(*wizard), "Logical formula (Correct)");
+    EXPECT_EQ(Status(*wizard), Labelled(62207, 36029)); // correct
     EXPECT_EQ(Detail(*wizard), "");
     QTest::keyClick(edit, Qt::Key_Backspace);
     QTest::keyClick(edit, Qt::Key_Backspace);
-    EXPECT_EQ(Status(*wizard), "Logical formula (Invalid expression)");
+    EXPECT_EQ(Status(*wizard), Labelled(62207, 32446)); // invalid expression
     EXPECT_NE(Detail(*wizard), "") << "the evaluator says where";
 
     // The same outcome as the editor's condition and delay labels, with the evaluator's
@@ -230,21 +239,21 @@ TEST_F(Wizard, StatusLineShowsWhatTheEditorsLabelShowsOnEveryEdit)
                                    L"@Pumps.Count = 0", L"[PLC1.LEVEL] AND [PLC1.RUN]", L"[PLC1.RUN]"}) {
         edit->setPlainText(QString::fromWCharArray(formula));
         ZoFormulaStatus const expected = ZoLogicalFormulaStatus(evaluator, formula);
-        EXPECT_EQ(Status(*wizard).toStdWString(), ZoLabelWithStatus(L"Logical formula", expected));
+        EXPECT_EQ(Status(*wizard).toStdWString(), ZoLabelWithStatus(logical, expected));
         EXPECT_EQ(Detail(*wizard).toStdWString(), expected.detail);
     }
     edit->setPlainText("[PLC1.LEVEL] = 50");
-    EXPECT_EQ(Status(*wizard), "Logical formula (Correct)*");
-    EXPECT_TRUE(Detail(*wizard).contains("[PLC1.LEVEL]") || Detail(*wizard).contains("position"));
+    EXPECT_EQ(Status(*wizard), Labelled(62207, 36029) + "*");
+    EXPECT_NE(Detail(*wizard), "") << "the comparison that deserves a second look";
     edit->setPlainText("[PLC9.LEVEL] > 1");
     EXPECT_TRUE(Detail(*wizard).contains("PLC9"));
     for (wchar_t const* formula : {L"round([PLC1.LEVEL] / 60, 1)", L"@Stats.Mean(1) * 2", L"[PLC1.ENERGY] / 0"}) {
         edit->setPlainText(QString::fromWCharArray(formula));
         ZoFormulaStatus const expected = ZoNumericFormulaStatus(evaluator, formula);
-        EXPECT_EQ(Status(*wizard).toStdWString(), ZoLabelWithStatus(L"Numeric formula", expected));
+        EXPECT_EQ(Status(*wizard).toStdWString(), ZoLabelWithStatus(numeric, expected));
     }
     edit->setPlainText("round([PLC1.LEVEL] / 60, 1)");
-    EXPECT_EQ(Status(*wizard), "Numeric formula");
+    EXPECT_EQ(Status(*wizard), ZoText(62208));
 
     // A caller that does not set the flag gets no status line.
     CDlgWizzard quiet(nullptr, std::bitset<34>(4), false, 0);
@@ -269,14 +278,14 @@ TEST_F(Wizard, KindsChooseTheOfferedVariablesAndWriteTargetComposesOneVariable)
     target.SetExpression(L"[PLC1.LEVEL]", 0, 0);
     target.m_bShowStatus = true;
     target.EnsureInitialized();
-    EXPECT_TRUE(Status(target).startsWith("Variable to write (")) << Status(target).toStdString();
-    EXPECT_NE(Status(target), "Variable to write (Correct)") << "a read-only variable cannot be written";
+    EXPECT_TRUE(Status(target).startsWith(ZoText(62209) + " (")) << Status(target).toStdString();
+    EXPECT_NE(Status(target), Labelled(62209, 36029)) << "a read-only variable cannot be written";
     EXPECT_NE(Detail(target), "");
     EXPECT_FALSE(target.findChild<QToolButton*>("operatorButton_AND")->isEnabled());
     EXPECT_FALSE(target.findChild<QTreeWidget*>("functionsList")->isEnabled());
     target.InsertVariable("PLC1.SETPOINT");
     EXPECT_EQ(Expression(target)->toPlainText(), "[PLC1.SETPOINT]") << "the variable replaces the expression";
-    EXPECT_EQ(Status(target), "Variable to write (Correct)");
+    EXPECT_EQ(Status(target), Labelled(62209, 36029));
 }
 
 TEST_F(Wizard, ComesBackPerContextWithTheLastVariableAndHasMnemonics)
@@ -299,9 +308,15 @@ TEST_F(Wizard, ComesBackPerContextWithTheLastVariableAndHasMnemonics)
             texts << label->text();
     for (auto* button : again->findChildren<QPushButton*>())
         texts << button->text();
-    texts.sort();
-    EXPECT_EQ(texts.join(" "), "&Cancel &Devices and variables: &Formula: &OK F&ilter: F&unctions: "
-                               "I&nsert function Insert &variable");
+    // Each label and button has its own letter, in every language.
+    ASSERT_EQ(texts.size(), 8) << texts.join(" ").toStdString();
+    QSet<QChar> letters;
+    for (QString const& text : texts) {
+        QChar const letter = ZoMnemonics::ShownLetter(text).toLower();
+        EXPECT_FALSE(letter.isNull()) << text.toStdString();
+        EXPECT_FALSE(letters.contains(letter)) << text.toStdString();
+        letters.insert(letter);
+    }
 }
 
 } // namespace
