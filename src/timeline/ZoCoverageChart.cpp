@@ -4,6 +4,7 @@
 
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QLocale>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QToolTip>
@@ -99,7 +100,7 @@ void ZoCoverageChart::paintEvent(QPaintEvent*)
     int const range = m_coverage ? std::max(1, m_coverage->Peak() - low) : 1;
     for (int day = 0; day < 7; ++day) {
         QRect const first = CellRect(day * 24);
-        QString const label = m_coverage ? m_coverage->WeekStart().addDays(day).toString(QStringLiteral("ddd MM-dd"))
+        QString const label = m_coverage ? QLocale().toString(m_coverage->WeekStart().addDays(day), QStringLiteral("ddd MM-dd"))
                                          : QString();
         painter.setPen(text);
         painter.drawText(QRect(2, first.top(), LabelWidth() - 6, first.height()), Qt::AlignVCenter | Qt::AlignLeft, label);
@@ -155,7 +156,7 @@ bool ZoCoverageChart::event(QEvent* event)
             QDate const date = m_coverage->WeekStart().addDays(hour / 24);
             QToolTip::showText(help->globalPos(),
                                QStringLiteral("%1 %2:00-%3:00: %4")
-                                   .arg(date.toString(QStringLiteral("ddd yyyy-MM-dd")))
+                                   .arg(QLocale().toString(date, QStringLiteral("ddd yyyy-MM-dd")))
                                    .arg(hour % 24, 2, 10, QLatin1Char('0'))
                                    .arg(hour % 24 + 1, 2, 10, QLatin1Char('0'))
                                    .arg(m_coverage->CountAt(hour)),

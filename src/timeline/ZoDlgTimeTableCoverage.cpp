@@ -13,6 +13,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLocale>
 #include <QPushButton>
 #include <QTreeView>
 #include <QVBoxLayout>
@@ -28,7 +29,7 @@ QDate MondayOf(QDate date)
 std::wstring HourText(QDate weekStart, int hour)
 {
     return ZoFormat(L"%ls %02d:00-%02d:00",
-                    weekStart.addDays(hour / 24).toString(QStringLiteral("ddd yyyy-MM-dd")).toStdWString().c_str(),
+                    QLocale().toString(weekStart.addDays(hour / 24), QStringLiteral("ddd yyyy-MM-dd")).toStdWString().c_str(),
                     hour % 24, hour % 24 + 1);
 }
 

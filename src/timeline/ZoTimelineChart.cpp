@@ -5,6 +5,7 @@
 
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QLocale>
 #include <QPainter>
 #include <QToolTip>
 #include <QWheelEvent>
@@ -86,7 +87,7 @@ void ZoTimelineChart::paintEvent(QPaintEvent* event)
         }
         painter.setPen(palette().color(day.date.dayOfWeek() >= 6 ? QPalette::Link : QPalette::Text));
         painter.drawText(QRect(4, top, left - 8, rowHeight), Qt::AlignVCenter | Qt::AlignLeft,
-                         day.date.toString(QStringLiteral("ddd yyyy-MM-dd")));
+                         QLocale().toString(day.date, QStringLiteral("ddd yyyy-MM-dd")));
         if (day.state == ZoTimelineRows::State::NoProgram || day.state == ZoTimelineRows::State::Dangling)
             painter.fillRect(band, QBrush(day.state == ZoTimelineRows::State::Dangling ? QColor(200, 60, 60) : grid,
                                           Qt::BDiagPattern));

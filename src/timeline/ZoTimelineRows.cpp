@@ -3,6 +3,8 @@
 #include "platform/tools/ZoFormat.h"
 #include "platform/tools/ZoTexts.h"
 
+#include <QLocale>
+
 #include <algorithm>
 
 ZoTimelineRows::ZoTimelineRows(XmlDocument::XmlNode const* root, std::wstring reference)
@@ -53,7 +55,8 @@ namespace {
 
 std::wstring DateText(QDate date)
 {
-    return date.toString(QStringLiteral("ddd yyyy-MM-dd")).toStdWString();
+    // The day's name in the language of the texts.
+    return QLocale().toString(date, QStringLiteral("ddd yyyy-MM-dd")).toStdWString();
 }
 
 std::wstring SlotsText(std::vector<DaySlot> const& periods)
