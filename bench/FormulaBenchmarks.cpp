@@ -70,8 +70,17 @@ void BM_EvaluateCondition(benchmark::State& state)
     state.counters["chars"] = static_cast<double>(std::wstring_view(kCondition).size());
 }
 
-// Calls visit(text) for the UTF-8 text of every condition, stop condition, delay and
-// argument value of the project; returns how many there were.
+// What a formula of the project must give, as the editor judges its field.
+enum class Role {
+    Logical,     // a condition or stop condition
+    Numeric,     // a delay or an argument value
+    WriteTarget, // a force action's variable: one writable device variable
+    Value,       // a force action's value: a number or a logical value
+};
+
+// Calls visit(text, role) for the UTF-8 text of every formula of the project: each
+// condition, stop condition, delay and argument value, and each force action's variable and
+// value (in either list of actions, at any moment); returns how many there were.
 template <class Visit>
 long VisitFormulas(XmlNode const& events, Visit const& visit)
 {
@@ -82,20 +91,36 @@ long VisitFormulas(XmlNode const& events, Visit const& visit)
     void const* const delayOff = doc.TagKey(L"delayToDeactivate");
     void const* const arguments = doc.TagKey(L"arguments");
     void const* const value = doc.TagKey(L"value");
+    void const* const sides[] = {doc.TagKey(L"actions"), doc.TagKey(L"clientActions")};
+    void const* const force = doc.TagKey(L"force");
+    void const* const variable = doc.TagKey(L"variable");
     long count = 0;
+    auto const visitForce = [&](XmlNode const& action) {
+        for (XmlNode const* part = action.FirstChild(); part; part = part->NextSibling()) {
+            if (part->TagKey() == variable || part->TagKey() == value) {
+                visit(part->TextUtf8(), part->TagKey() == variable ? Role::WriteTarget : Role::Value);
+                ++count;
+            }
+        }
+    };
     for (XmlNode const* event = events.FirstChild(); event; event = event->NextSibling()) {
         for (XmlNode const* key = event->FirstChild(); key; key = key->NextSibling()) {
             void const* const tag = key->TagKey();
             if (tag == condition || tag == stop || tag == delayOn || tag == delayOff) {
-                visit(key->TextUtf8(), tag == condition || tag == stop);
+                visit(key->TextUtf8(), tag == condition || tag == stop ? Role::Logical : Role::Numeric);
                 ++count;
             } else if (tag == arguments) {
                 for (XmlNode const* argument = key->FirstChild(); argument; argument = argument->NextSibling())
                     for (XmlNode const* part = argument->FirstChild(); part; part = part->NextSibling())
                         if (part->TagKey() == value) {
-                            visit(part->TextUtf8(), false);
+                            visit(part->TextUtf8(), Role::Numeric);
                             ++count;
                         }
+            } else if (tag == sides[0] || tag == sides[1]) {
+                for (XmlNode const* moment = key->FirstChild(); moment; moment = moment->NextSibling())
+                    for (XmlNode const* action = moment->FirstChild(); action; action = action->NextSibling())
+                        if (action->TagKey() == force)
+                            visitForce(*action);
             }
         }
     }
@@ -103,7 +128,8 @@ long VisitFormulas(XmlNode const& events, Visit const& visit)
 }
 
 // Every formula of the project analysed and evaluated, one evaluator reused, against the
-// catalog of 5,000 devices and the project's events pseudo-devices.
+// catalog of 5,000 devices and the project's events pseudo-devices, with the flags the
+// editor gives the field (a force action's variable is analysed as a write target).
 void BM_AnalyseProjectFormulas(benchmark::State& state)
 {
     auto project = LoadProject(Arg(state));
@@ -115,15 +141,19 @@ void BM_AnalyseProjectFormulas(benchmark::State& state)
     for (auto _ : state) {
         ZoEvaluator evaluator;
         evaluator.SetCatalog(catalog.get());
-        evaluator.SetFlags(ZoEvaluator::kEditorCheck, ~0u);
         faults = 0;
-        formulas = VisitFormulas(*project->Events(), [&](std::string_view text, bool logical) {
+        formulas = VisitFormulas(*project->Events(), [&](std::string_view text, Role role) {
+            unsigned const target = role == Role::WriteTarget ? ZoEvaluator::kWriteTarget : 0u;
+            evaluator.SetFlags(ZoEvaluator::kEditorCheck | target, ~0u);
             evaluator.SetUtf8(text);
             double value = 0;
             int type = 0;
             int const kind = evaluator.AnalizeExpression();
             int const code = evaluator.Evaluate(value, type);
-            if (code != 0 || kind != (logical ? 1 : 0)) {
+            bool const expected = role == Role::Logical ? kind == 1
+                                : role == Role::Numeric ? kind == 0
+                                                        : kind == 0 || kind == 1;
+            if (code != 0 || !expected) {
                 if (faults++ == 0)
                     firstFault = "a generated formula does not evaluate without fault: " + std::string(text) + ": " +
                                  ZoToUtf8(evaluator.ErrorMsg(code));
@@ -144,7 +174,7 @@ void BM_ReadProjectFormulas(benchmark::State& state)
     std::wstring text;
     long formulas = 0;
     for (auto _ : state) {
-        formulas = VisitFormulas(*project->Events(), [&](std::string_view utf8, bool) {
+        formulas = VisitFormulas(*project->Events(), [&](std::string_view utf8, Role) {
             text.clear();
             ZoAppendUtf8AsWide(text, utf8);
             benchmark::DoNotOptimize(text.data());

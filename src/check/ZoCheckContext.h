@@ -2,6 +2,7 @@
 // The indexes the rules of the project check share, and the helpers that make findings.
 // Internal to src/check.
 #include "check/ZoProjectChecker.h"
+#include "check/ZoUtf8Table.h"
 #include "platform/drivers/ZoDeviceCatalog.h"
 #include "platform/formula/ZoEvaluator.h"
 #include "timetables/ZoTimeTableResolution.h"
@@ -68,7 +69,10 @@ struct TableState {
 
 // The event a rule looks at.
 struct EventUnderCheck {
-    EventUnderCheck(XmlNode const& event, std::uint32_t position, EventKeyTags const& tags);
+    // name and id: where the event's name and id are written as wide text, buffers kept from
+    // one event to the next so that walking 100,000 events allocates nothing for them.
+    EventUnderCheck(XmlNode const& event, std::uint32_t position, EventKeyTags const& tags, std::wstring& name,
+                    std::wstring& id);
 
     XmlNode const* Child(EventKey key) const { return keys[key]; }
     std::string_view Utf8(EventKey key) const { return keys[key] ? keys[key]->TextUtf8() : std::string_view(); }
@@ -78,8 +82,8 @@ struct EventUnderCheck {
     XmlNode const& node;
     std::uint32_t position; // in `events`
     std::array<XmlNode const*, KeyCount> keys{};
-    std::wstring name;
-    std::wstring id;
+    std::wstring const& name;
+    std::wstring const& id;
     // What its `timeTable` resolves to, once a rule looked it up (ZoProjectChecker::Context::TableOf).
     mutable TableState const* table = nullptr;
 };
@@ -151,22 +155,28 @@ struct ZoProjectChecker::Context {
     zo::check::WideSet phoneLists;
     // UTF-8 name -> events holding it; the names are copied into one block (and a renamed
     // event's new name kept apart), so that an event's edit leaves the counts valid.
-    std::unordered_map<std::string_view, int> eventNames;
+    zo::check::Utf8Table<int> eventNames;
     std::vector<std::string_view> nameAt; // by position in `events`
-    std::vector<int*> countAt;            // the count of the name at that position (map nodes stay put)
+    std::vector<int*> countAt;            // the count of the name at that position (entries stay put)
     // How many events hold the name of the event at that position.
     int NameCount(std::uint32_t position, std::string_view name) const;
     std::string nameBlock;
     std::deque<std::string> newNames;
     // Event id -> its registrations; views into the device tree, which the check never
     // changes (the editor checks anew after every save).
-    std::unordered_map<std::string_view, zo::check::Registration> registrations;
+    zo::check::Utf8Table<zo::check::Registration> registrations;
     std::uint32_t eventsPosition = 0;                        // of `events` in the root
     XmlDocument::XmlNode const* eventsElement = nullptr;
     zo::check::EventKeyTags keyTags{};
     zo::check::DocumentTags eventsTags;
     zo::check::DocumentTags devicesTags;
     std::vector<ZoFinding>* out = nullptr;
+    std::wstring eventName; // the name and id of the event under check (EventUnderCheck)
+    std::wstring eventId;
+    // Buffers the rules of one event write formulas into, kept for the next event.
+    std::wstring conditionText;
+    std::wstring formulaText;
+    std::vector<ZoBasicString<wchar_t>> variables;
     // A check in steps: what the events' walk gathered so far, and the next child of `events`.
     std::unique_ptr<zo::check::ProjectPass> pass;
     XmlDocument::XmlNode const* next = nullptr;

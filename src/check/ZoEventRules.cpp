@@ -152,8 +152,12 @@ std::wstring AnalogVariable(Context& context, std::vector<ZoBasicString<wchar_t>
         if (!ZoSplitVariableName(name, parts))
             continue;
         ZoVariableInfo const* info = context.catalog->FindVariable(parts.device, parts.code);
-        if (info && (info->kind == kZoAnalog || info->kind == kZoCounter))
-            return L"[" + name + L"]";
+        if (info && (info->kind == kZoAnalog || info->kind == kZoCounter)) {
+            std::wstring reference;
+            reference.reserve(name.size() + 2);
+            reference.append(1, L'[').append(name).append(1, L']');
+            return reference;
+        }
     }
     return {};
 }
@@ -196,13 +200,22 @@ void CheckAlarmShape(Context& context, EventUnderCheck const& event, std::wstrin
         context.Add(event, ZoSeverity::Warning, "never-clears", ZoCheckField::StopCondition, context.Text(64550));
 }
 
+// The wide text of a key, written into a buffer that the next event reuses.
+std::wstring const& WideInto(std::wstring& buffer, std::string_view utf8)
+{
+    buffer.clear();
+    ZoAppendUtf8AsWide(buffer, utf8);
+    return buffer;
+}
+
 void CheckConditions(Context& context, EventUnderCheck const& event)
 {
-    std::wstring const condition = event.Wide(KeyCondition);
+    std::wstring const& condition = WideInto(context.conditionText, event.Utf8(KeyCondition));
     if (condition.empty()) {
         context.Add(event, ZoSeverity::Error, "no-condition", ZoCheckField::Condition, context.Text(64531));
     } else if (CheckFormula(context, event, ZoCheckField::Condition, 0, condition, ZoFormulaRole::Condition)) {
-        std::vector<ZoBasicString<wchar_t>> variables;
+        std::vector<ZoBasicString<wchar_t>>& variables = context.variables;
+        variables.clear();
         if (double constant = 0; !ZoIsLogicalConstant(condition, constant))
             context.evaluator.GetDeviceVariables(variables);
         std::wstring const analog = AnalogVariable(context, variables);
@@ -213,7 +226,7 @@ void CheckConditions(Context& context, EventUnderCheck const& event)
             CheckAlarmShape(context, event, condition, analog);
     }
     if (XmlNode const* stop = event.Child(KeyConditionStop)) {
-        std::wstring const text = ZoFromUtf8(stop->TextUtf8());
+        std::wstring const& text = WideInto(context.formulaText, stop->TextUtf8());
         if (text.empty())
             context.Add(event, ZoSeverity::Error, "no-condition", ZoCheckField::StopCondition, context.Text(33122));
         else
@@ -237,8 +250,8 @@ void CheckDelaysAndArguments(Context& context, EventUnderCheck const& event)
             continue;
         ++number;
         // Argument values mostly name a variable of their own device: judged each time.
-        CheckFormula(context, event, ZoCheckField::Argument, number, ZoFromUtf8(KeyText(*argument, context.eventsTags.value)),
-                     ZoFormulaRole::Argument);
+        CheckFormula(context, event, ZoCheckField::Argument, number,
+                     WideInto(context.formulaText, KeyText(*argument, context.eventsTags.value)), ZoFormulaRole::Argument);
     }
 }
 
@@ -251,36 +264,33 @@ int CountChildren(XmlNode const* container, wchar_t const* tag)
 }
 
 // The placeholders of one annotation text: "%aN" needs argument N, "%gN" the N-th group
-// that resolves, "%s" a stop condition.
+// that resolves, "%s" a stop condition. Read in UTF-8: every character they are made of is
+// ASCII, so only a faulty placeholder is converted, for its message.
 void CheckPlaceholders(Context& context, EventUnderCheck const& event, ZoCheckField field, EventKey key,
                        int arguments, int groups, bool hasStop)
 {
-    if (event.Utf8(key).find('%') == std::string_view::npos)
-        return;
-    std::wstring const text = event.Wide(key);
-    for (std::size_t i = 0; i + 1 < text.size(); ++i) {
-        if (text[i] != L'%')
-            continue;
-        wchar_t const letter = text[i + 1];
-        if (letter == L'%') {
+    std::string_view const text = event.Utf8(key);
+    for (std::size_t i = text.find('%'); i != std::string_view::npos && i + 1 < text.size(); i = text.find('%', i + 1)) {
+        char const letter = text[i + 1];
+        if (letter == '%') {
             ++i;
             continue;
         }
-        if (letter == L's' && !hasStop) {
+        if (letter == 's' && !hasStop) {
             context.Add(event, ZoSeverity::Warning, "annotation-placeholder", field, ZoFormat(context.Text(64542).c_str()));
             continue;
         }
-        if (letter != L'a' && letter != L'g')
+        if (letter != 'a' && letter != 'g')
             continue;
         std::size_t end = i + 2;
         int number = 0;
-        while (end < text.size() && text[end] >= L'0' && text[end] <= L'9' && number < 100000)
-            number = number * 10 + (text[end++] - L'0');
-        int const available = letter == L'a' ? arguments : groups;
+        while (end < text.size() && text[end] >= '0' && text[end] <= '9' && number < 100000)
+            number = number * 10 + (text[end++] - '0');
+        int const available = letter == 'a' ? arguments : groups;
         if (end == i + 2 || number < 1 || number > available)
             context.Add(event, ZoSeverity::Warning, "annotation-placeholder", field,
-                        ZoFormat(context.Text(letter == L'a' ? 64540 : 64541).c_str(), text.substr(i, end - i).c_str(),
-                                 number, available));
+                        ZoFormat(context.Text(letter == 'a' ? 64540 : 64541).c_str(),
+                                 ZoFromUtf8(text.substr(i, end - i)).c_str(), number, available));
         i = end - 1;
     }
 }
@@ -298,10 +308,10 @@ void CheckEventIdentity(Context& context, EventUnderCheck const& event)
             context.Add(event, ZoSeverity::Error, "duplicate-name", ZoCheckField::Name,
                         ZoFormat(context.Text(64532).c_str(), same));
     }
-    auto const registered = context.registrations.find(event.Utf8(KeyId));
-    int const count = registered == context.registrations.end() ? 0 : registered->second.count;
-    if (registered != context.registrations.end())
-        registered->second.matched = true;
+    Registration* const registered = context.registrations.Find(event.Utf8(KeyId));
+    int const count = registered ? registered->count : 0;
+    if (registered)
+        registered->matched = true;
     if (count == 0)
         context.Add(event, ZoSeverity::Error, "not-registered", ZoCheckField::Identity, context.Text(64534));
     else if (count > 1)

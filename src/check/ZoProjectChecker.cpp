@@ -79,8 +79,9 @@ std::wstring EventUnderCheck::Wide(EventKey key) const
 }
 
 // The first child of each key, as Value and Child find it.
-EventUnderCheck::EventUnderCheck(XmlNode const& event, std::uint32_t position_, EventKeyTags const& tags)
-    : node(event), position(position_)
+EventUnderCheck::EventUnderCheck(XmlNode const& event, std::uint32_t position_, EventKeyTags const& tags,
+                                 std::wstring& nameText, std::wstring& idText)
+    : node(event), position(position_), name(nameText), id(idText)
 {
     for (XmlNode const* child = event.FirstChild(); child; child = child->NextSibling()) {
         void const* const tag = child->TagKey();
@@ -90,8 +91,10 @@ EventUnderCheck::EventUnderCheck(XmlNode const& event, std::uint32_t position_, 
                 break;
             }
     }
-    name = Wide(KeyName);
-    id = Wide(KeyId);
+    nameText.clear();
+    ZoAppendUtf8AsWide(nameText, Utf8(KeyName));
+    idText.clear();
+    ZoAppendUtf8AsWide(idText, Utf8(KeyId));
 }
 
 } // namespace zo::check
@@ -199,7 +202,7 @@ std::wstring const& ZoProjectChecker::Context::Text(unsigned id)
 
 void ZoProjectChecker::Context::IndexNames()
 {
-    eventNames.clear();
+    eventNames.Clear();
     nameAt.clear();
     countAt.clear();
     if (!eventsElement)
@@ -208,37 +211,39 @@ void ZoProjectChecker::Context::IndexNames()
     for (XmlNode const* event = eventsElement->FirstChild(); event; event = event->NextSibling())
         bytes += KeyText(*event, eventsTags.name).size();
     nameBlock.reserve(bytes); // never grows past this, so the views stay valid
-    eventNames.reserve(static_cast<std::size_t>(eventsElement->Size()));
     nameAt.reserve(static_cast<std::size_t>(eventsElement->Size()));
     countAt.reserve(static_cast<std::size_t>(eventsElement->Size()));
     for (XmlNode const* event = eventsElement->FirstChild(); event; event = event->NextSibling()) {
         std::string_view const name = event->HasTag(L"event") ? KeyText(*event, eventsTags.name) : std::string_view();
         std::size_t const at = nameBlock.size();
         nameBlock.append(name);
-        std::string_view const kept(nameBlock.data() + at, name.size());
-        nameAt.push_back(kept);
-        countAt.push_back(kept.empty() ? nullptr : &++eventNames[kept]);
+        nameAt.emplace_back(nameBlock.data() + at, name.size());
     }
+    eventNames.Enter(nameAt, [this](std::size_t i, int& count) {
+        countAt.push_back(nameAt[i].empty() ? nullptr : &++count);
+    });
 }
 
 int ZoProjectChecker::Context::NameCount(std::uint32_t position, std::string_view name) const
 {
     if (position < countAt.size() && countAt[position] && nameAt[position] == name)
         return *countAt[position];
-    auto const found = eventNames.find(name);
-    return found == eventNames.end() ? 0 : found->second;
+    int const* count = eventNames.Find(name);
+    return count ? *count : 0;
 }
 
 void ZoProjectChecker::Context::IndexRegistrations()
 {
-    registrations.clear();
-    if (eventsElement)
-        registrations.reserve(static_cast<std::size_t>(eventsElement->Size()));
+    registrations.Clear();
     XmlNode const* deviceGroups = docs.devices ? docs.devices->Child(zo::project::kDeviceGroupsTag) : nullptr;
-    ForEachRegisteredDevice(deviceGroups, devicesTags, [this](XmlNode const& device) {
+    std::vector<std::string_view> ids;
+    if (eventsElement)
+        ids.reserve(static_cast<std::size_t>(eventsElement->Size()));
+    ForEachRegisteredDevice(deviceGroups, devicesTags, [this, &ids](XmlNode const& device) {
         if (KeyText(device, devicesTags.type) == zo::project::kEventDeviceTypeText)
-            ++registrations[KeyText(device, devicesTags.id)].count;
+            ids.push_back(KeyText(device, devicesTags.id));
     });
+    registrations.Enter(ids, [](std::size_t, zo::check::Registration& registration) { ++registration.count; });
 }
 
 void ZoProjectChecker::Context::IndexFolder()
@@ -335,7 +340,8 @@ bool ZoProjectChecker::StepProject(std::size_t events, std::vector<ZoFinding>& f
     for (std::size_t checked = 0; context.next && checked < events;
          context.next = context.next->NextSibling(), ++context.nextPosition) {
         if (context.next->HasTag(L"event")) {
-            EventUnderCheck const event(*context.next, context.nextPosition, context.keyTags);
+            EventUnderCheck const event(*context.next, context.nextPosition, context.keyTags, context.eventName,
+                                        context.eventId);
             CheckOneEvent(context, event);
             context.pass->Collect(event);
             ++checked;
@@ -365,15 +371,15 @@ std::vector<ZoFinding> ZoProjectChecker::CheckEvent(std::uint32_t position)
         std::string_view const name = event->ValueUtf8(L"name");
         if (old != name) {
             // Only this position points at a count that falls to nothing.
-            if (!old.empty() && --context.eventNames[old] == 0)
-                context.eventNames.erase(old);
+            if (!old.empty())
+                --context.eventNames[old];
             old = context.newNames.emplace_back(name);
             context.countAt[position] = old.empty() ? nullptr : &++context.eventNames[old];
         }
     }
     context.out = &findings;
     context.delayOutcomes.clear(); // the edit may have renamed an event that a formula names
-    CheckOneEvent(context, EventUnderCheck(*event, position, context.keyTags));
+    CheckOneEvent(context, EventUnderCheck(*event, position, context.keyTags, context.eventName, context.eventId));
     context.out = nullptr;
     return findings;
 }

@@ -313,8 +313,8 @@ void CheckRegistrations(Context& context)
             ForEachChild(devices, L"device", [&](XmlNode const& device, std::uint32_t) {
                 if (KeyText(device, context.devicesTags.type) != zo::project::kEventDeviceTypeText)
                     return;
-                auto const found = context.registrations.find(KeyText(device, context.devicesTags.id));
-                if (found == context.registrations.end() || found->second.matched)
+                Registration const* found = context.registrations.Find(KeyText(device, context.devicesTags.id));
+                if (!found || found->matched)
                     return;
                 std::wstring const id = WideValue(device, L"id");
                 context.AddAt(ProjectDoc::Devices, PathOf(device), ZoCheckSubject::Registration, id, id,
