@@ -101,19 +101,35 @@ void CheckDevice(Context& context, EventUnderCheck const& event, ActionPlace con
         Report(context, event, place, "unknown-device-action", ZoFormat(ZoLoadString(64555).c_str(), name.c_str()));
 }
 
+// A force action's variable and value, converted into buffers kept for the next action.
+void CheckForce(Context& context, EventUnderCheck const& event, ActionPlace const& place, XmlNode const& action)
+{
+    std::wstring& variable = context.formulaText;
+    variable.clear();
+    ZoAppendUtf8AsWide(variable, KeyText(action, context.eventsTags.variable));
+    std::wstring& value = context.valueText;
+    value.clear();
+    ZoAppendUtf8AsWide(value, KeyText(action, context.eventsTags.value));
+    ReportFault(context, event, place, "force-action", ZoCheckForceAction(context.evaluator, variable, value));
+}
+
 void CheckAction(Context& context, EventUnderCheck const& event, ActionPlace const& place, XmlNode const& action)
 {
-    if (action.HasTag(L"force"))
-        ReportFault(context, event, place, "force-action", ZoCheckForceAction(context.evaluator, action));
-    else if (action.HasTag(L"device"))
+    DocumentTags const& tags = context.eventsTags;
+    void const* const kind = action.TagKey();
+    if (!kind)
+        return;
+    if (kind == tags.force)
+        CheckForce(context, event, place, action);
+    else if (kind == tags.device)
         CheckDevice(context, event, place, action);
-    else if (action.HasTag(L"screen"))
+    else if (kind == tags.screen)
         CheckFile(context, event, place, action, true);
-    else if (action.HasTag(L"report"))
+    else if (kind == tags.report)
         CheckFile(context, event, place, action, false);
-    else if (action.HasTag(L"mail"))
+    else if (kind == tags.mail)
         CheckMail(context, event, place, action);
-    else if (action.HasTag(L"sms"))
+    else if (kind == tags.sms)
         CheckSms(context, event, place, action);
 }
 

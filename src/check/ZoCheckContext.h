@@ -117,6 +117,14 @@ struct DocumentTags {
     void const* groups = nullptr;
     void const* sides[2] = {};
     void const* moments[4] = {};
+    void const* variable = nullptr;
+    // The kinds of action the check reads further.
+    void const* force = nullptr;
+    void const* device = nullptr;
+    void const* screen = nullptr;
+    void const* report = nullptr;
+    void const* mail = nullptr;
+    void const* sms = nullptr;
 };
 
 // The text of the element's first child with that tag, empty when there is none.
@@ -176,6 +184,7 @@ struct ZoProjectChecker::Context {
     // Buffers the rules of one event write formulas into, kept for the next event.
     std::wstring conditionText;
     std::wstring formulaText;
+    std::wstring valueText;
     std::vector<ZoBasicString<wchar_t>> variables;
     // A check in steps: what the events' walk gathered so far, and the next child of `events`.
     std::unique_ptr<zo::check::ProjectPass> pass;

@@ -56,6 +56,13 @@ DocumentTags::DocumentTags(XmlDocument const* document)
         sides[list] = tag(kZoActionSides[list]);
     for (int moment = 0; moment < 4; ++moment)
         moments[moment] = tag(kZoActionMoments[moment]);
+    variable = tag(L"variable");
+    force = tag(L"force");
+    device = tag(L"device");
+    screen = tag(L"screen");
+    report = tag(L"report");
+    mail = tag(L"mail");
+    sms = tag(L"sms");
 }
 
 std::string_view KeyText(XmlNode const& element, void const* tag)
@@ -377,6 +384,10 @@ std::vector<ZoFinding> ZoProjectChecker::CheckEvent(std::uint32_t position)
             context.countAt[position] = old.empty() ? nullptr : &++context.eventNames[old];
         }
     }
+    // The edit may have brought the document's first element of a tag (a first stop
+    // condition, a first SMS action): the tags are interned again.
+    context.keyTags = EventKeyTagsOf(*context.docs.events->Document());
+    context.eventsTags = DocumentTags(context.docs.events->Document());
     context.out = &findings;
     context.delayOutcomes.clear(); // the edit may have renamed an event that a formula names
     CheckOneEvent(context, EventUnderCheck(*event, position, context.keyTags, context.eventName, context.eventId));

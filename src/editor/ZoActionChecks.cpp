@@ -62,8 +62,12 @@ ZoBasicString<wchar_t> LabelOrQuestionMark(unsigned textId)
 // those of the force action editor; only the wording of the faults is the event's own.
 std::optional<ZoActionFault> ZoCheckForceAction(ZoEvaluator& evaluator, ZoActionNode const& action)
 {
-    ZoBasicString<wchar_t> const variable = action.Value(L"variable", L"");
-    ZoBasicString<wchar_t> const value = action.Value(L"value", L"");
+    return ZoCheckForceAction(evaluator, action.Value(L"variable", L""), action.Value(L"value", L""));
+}
+
+std::optional<ZoActionFault> ZoCheckForceAction(ZoEvaluator& evaluator, std::wstring_view variable,
+                                                std::wstring_view value)
+{
     if (variable.empty())
         return ForceFault(607, ZoLoadString(32449));
     if (value.empty())

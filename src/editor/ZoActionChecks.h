@@ -27,6 +27,9 @@ struct ZoActionFault {
 using ZoActionNode = XmlDocument::XmlNode;
 
 std::optional<ZoActionFault> ZoCheckForceAction(ZoEvaluator& evaluator, ZoActionNode const& action);
+// The same, on the action's variable and value as texts.
+std::optional<ZoActionFault> ZoCheckForceAction(ZoEvaluator& evaluator, std::wstring_view variable,
+                                                std::wstring_view value);
 std::optional<ZoActionFault> ZoCheckDeviceAction(ZoActionNode const& action);
 std::optional<ZoActionFault> ZoCheckScreenAction(ZoActionNode const& action);
 std::optional<ZoActionFault> ZoCheckReportAction(ZoActionNode const& action);

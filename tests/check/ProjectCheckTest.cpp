@@ -80,6 +80,9 @@ TEST_F(CheckProject, CheckingOneEventAgainSeesItsEditAndItsNewName)
     event->SetValue(L"name", L"Renamed");
     EXPECT_TRUE(m_checker->CheckEvent(1).empty());
     EXPECT_TRUE(m_checker->CheckEvent(7).empty()); // no such event
+    // The project's first SMS action, of an element the check had never met, is checked too.
+    event->NewChild(L"actions")->NewChild(L"activate")->NewChild(L"sms")->SetValue(L"message", L"Trip");
+    EXPECT_EQ(Rules(m_checker->CheckEvent(1)), std::set<std::string>{"sms-action"});
 }
 
 TEST_F(CheckProject, TheFloodBoundCountsNotifyingEventsAllowedAtOneMoment)
