@@ -73,6 +73,9 @@ int RunCheckCommand(QStringList const& arguments, std::FILE* out, std::FILE* err
     std::unique_ptr<ProjectFolder> project = OpenCommandProject("check", parsed.folder, err);
     if (!project)
         return 2;
+    // Most findings are about an event: their lines are found on the second processor while
+    // this one checks the project (the open has refused any file that cannot be read).
+    std::future<ZoChildLines> eventLines = StartFindingEventLines(project->Folder());
     LoadUsersOf(*project);
     ZoProjectDocs docs;
     docs.events = project->Events().Root();
@@ -85,6 +88,7 @@ int RunCheckCommand(QStringList const& arguments, std::FILE* out, std::FILE* err
     std::vector<ZoFinding> findings = ZoCheckProject(docs, options);
     QString const folder = project->Folder();
     project.reset();
+    ZoApplyChildLines(findings, zo::project::ProjectDoc::Events, eventLines.get());
     FindLinesIn(folder, findings);
 
     if (parsed.json) {

@@ -35,21 +35,47 @@ void LoadUsersOf(ProjectFolder& project)
         users.Create(kUsersRootTag);
 }
 
+namespace {
+
+// Calls read(data, size, consumed) on the mapped file of doc in folder; the pages read are
+// handed back as the scan goes on, so that a large file is never resident whole beside the
+// project or the findings. False when the file cannot be mapped.
+template <class Read>
+bool ReadMapped(QString const& folder, ProjectDoc doc, Read const& read)
+{
+    QFile file(QDir(folder).filePath(QString::fromWCharArray(zo::project::FileName(doc))));
+    if (!file.open(QIODevice::ReadOnly) || file.size() == 0)
+        return false;
+    uchar* data = file.map(0, file.size());
+    if (!data)
+        return false;
+    std::size_t const page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    read(reinterpret_cast<char const*>(data), static_cast<std::size_t>(file.size()),
+         [data, page](std::size_t consumed) { madvise(data, consumed / page * page, MADV_DONTNEED); });
+    file.unmap(data);
+    return true;
+}
+
+} // namespace
+
+std::future<ZoChildLines> StartFindingEventLines(QString const& folder)
+{
+    return std::async(std::launch::async, [folder] {
+        ZoChildLines lines;
+        ReadMapped(folder, ProjectDoc::Events, [&lines](char const* data, std::size_t size, auto const& consumed) {
+            lines = ZoFindChildLines(data, size, consumed);
+        });
+        return lines;
+    });
+}
+
 // The files are mapped one at a time, once the project's tree is gone, so that a large
-// project is never held twice; the open has already refused what cannot be read.
+// project is never held twice; the open has already refused what cannot be read. Findings
+// that have a line already keep it.
 void FindLinesIn(QString const& folder, std::vector<ZoFinding>& findings)
 {
-    for (ProjectDoc doc : {ProjectDoc::Events, ProjectDoc::TimeTables, ProjectDoc::Devices}) {
-        QFile file(QDir(folder).filePath(QString::fromWCharArray(zo::project::FileName(doc))));
-        if (!file.open(QIODevice::ReadOnly) || file.size() == 0)
-            continue;
-        if (uchar* data = file.map(0, file.size())) {
-            // The pages read are handed back as the scan goes on: a large file is never
-            // resident whole beside the findings.
-            std::size_t const page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
-            ZoFindLines(findings, doc, reinterpret_cast<char const*>(data), static_cast<std::size_t>(file.size()),
-                        [data, page](std::size_t consumed) { madvise(data, consumed / page * page, MADV_DONTNEED); });
-            file.unmap(data);
-        }
-    }
+    for (ProjectDoc doc : {ProjectDoc::Events, ProjectDoc::TimeTables, ProjectDoc::Devices})
+        ReadMapped(folder, doc, [&](char const* data, std::size_t size, auto const& consumed) {
+            ZoFindLines(findings, doc, data, size, consumed);
+        });
 }

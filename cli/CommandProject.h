@@ -1,10 +1,12 @@
 #pragma once
 #include "ProjectFolder.h"
 #include "check/ZoCheckFinding.h"
+#include "check/ZoCheckLines.h"
 
 #include <QString>
 
 #include <cstdio>
+#include <future>
 #include <memory>
 #include <vector>
 
@@ -19,6 +21,10 @@ std::unique_ptr<ProjectFolder> OpenCommandProject(char const* command, QString c
 // counts as no users.
 void LoadUsersOf(ProjectFolder& project);
 
-// The lines of the findings, from the files as they are on disk now (read one at a time,
-// once the project's tree is gone, so that a large project is never held twice).
+// The lines of the findings that have none yet, from the files as they are on disk now
+// (read one at a time, once the project's tree is gone, so that a large project is never
+// held twice).
 void FindLinesIn(QString const& folder, std::vector<ZoFinding>& findings);
+// The lines of the events file's events and groups, found on another thread while the
+// project is opened and checked (ZoApplyChildLines then gives them to the findings).
+std::future<ZoChildLines> StartFindingEventLines(QString const& folder);
