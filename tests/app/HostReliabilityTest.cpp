@@ -15,7 +15,6 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <new>
 #include <stdexcept>
 
@@ -160,7 +159,7 @@ TEST_F(HostReliability, RefusesWhatIsNotAPlainReadableFile)
 }
 
 // A folder the user may not look into is not an empty folder: it is refused with the
-// system's reason instead of being offered as a new project.
+// real reason, in the editor's language, instead of being offered as a new project.
 TEST_F(HostReliability, UnlistableFolderIsRefusedNotOfferedAsNew)
 {
     QTemporaryDir parent;
@@ -176,7 +175,7 @@ TEST_F(HostReliability, UnlistableFolderIsRefusedNotOfferedAsNew)
     }
     ::chmod(QFile::encodeName(folder), 0700);
     EXPECT_EQ(answers.Ids(), std::vector<unsigned>{60040});
-    EXPECT_TRUE(Contains(answers.LastText(), Said(60070, W(folder).c_str(), SystemReason(EACCES).c_str())))
+    EXPECT_TRUE(Contains(answers.LastText(), Said(60070, W(folder).c_str(), ZoLoadString(60081).c_str())))
         << answers.LastText();
 }
 

@@ -1,7 +1,6 @@
 #include "EventChooserDlg.h"
 #include "HostTestSupport.h"
 #include "events/EventsListModel.h"
-#include "ProjectFileReader.h"
 #include "ProjectSaver.h"
 #include "XmlFileText.h"
 #include "editor/ZoEDlgEventCfg.h"
@@ -203,7 +202,7 @@ TEST_F(HostSave, FailedSaveKeepsOldFilesAndTellsTheUser)
         ASSERT_EQ(answers.Ids(), (std::vector<unsigned>{32792, 60046}));
         EXPECT_TRUE(QString::fromStdWString(answers.LastText())
                         .contains(Said(60046, demo.File(ProjectDoc::Events).toStdWString().c_str(),
-                                       SystemReason(ENOSPC).c_str())))
+                                       ZoLoadString(60082).c_str())))
             << answers.LastText();
         EXPECT_EQ(answers.Last().icon, ZoMsgIcon::Error);
 
