@@ -45,7 +45,7 @@ constexpr char kSetPointForce[] = "<force><id>{F-1}</id><variable>[BOILER.SP]</v
 // One refusal: what is typed, the message's id and the detail filled into it, and the field
 // that gets the focus.
 constexpr unsigned kNoDetail = 0;
-constexpr unsigned kEvaluatorsSentence = 1; // the evaluator's own words, not a fixed text
+constexpr unsigned kEvaluatorsSentence = ~0u; // the evaluator's own words, not a fixed text
 struct Refusal {
     char const* variable;
     char const* value;
