@@ -170,7 +170,17 @@ void ProjectFileBytes::ReleaseBefore(std::size_t offset)
 
 std::wstring SystemReason(int error)
 {
-    // Lower case, since the reason follows a colon in the messages ("...: no space left on device").
+    // The reasons a user meets with project files are worded in the table, in the editor's
+    // language; the system words the rare others. Lower case, since the reason follows a
+    // colon in the messages ("...: no space left on the disk").
+    static constexpr std::pair<int, unsigned> kWorded[] = {
+        {EACCES, 60081}, {EPERM, 60081},  {ENOSPC, 60082},       {EDQUOT, 60083}, {EROFS, 60084},
+        {ENOENT, 60085}, {EIO, 60086},    {ENAMETOOLONG, 60087}, {EMFILE, 60088}, {ENFILE, 60088},
+        {ENOTDIR, 60089}, {ENOMEM, 60066},
+    };
+    for (auto const& [code, text] : kWorded)
+        if (code == error)
+            return ZoLoadString(text);
     std::wstring reason = ZoFromUtf8(std::generic_category().message(error));
     if (!reason.empty())
         reason[0] = static_cast<wchar_t>(std::towlower(static_cast<wint_t>(reason[0])));

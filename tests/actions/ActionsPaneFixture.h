@@ -15,10 +15,12 @@
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <initializer_list>
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace actions_test {
 
@@ -92,22 +94,57 @@ protected:
     {
         std::string out;
         for (int row = 0; row < Model()->rowCount(); ++row)
-            out += (row ? "|" : "") + InEnglish(Model()->index(row, 0).data().toString()) + ":"
-                + InEnglish(Model()->index(row, 1).data().toString());
+            out += (row ? "|" : "") + RowText(row);
         return out;
     }
+    std::string RowText(int row) const
+    {
+        return InEnglish(Model()->index(row, 0).data().toString()) + ":"
+            + InEnglish(Model()->index(row, 1).data().toString());
+    }
+    // The kinds' names in the table and in English.
+    static constexpr std::pair<unsigned, char const*> kKinds[] = {
+        {32850, "Force"}, {32851, "Command"}, {767, "Screen"},  {32401, "Report"},   {34112, "Device"},
+        {34111, "Beep"},  {34141, "Mail"},    {36276, "SMS"},   {39954, "Web page"},
+    };
     // A kind's name, and a web page's window within a summary, as the English table has them.
     static std::string InEnglish(QString text)
     {
-        static std::pair<unsigned, char const*> const kinds[] = {
-            {32850, "Force"},  {32851, "Command"}, {767, "Screen"}, {32401, "Report"},  {34112, "Device"},
-            {34111, "Beep"},   {34141, "Mail"},    {36276, "SMS"},  {39954, "Web page"},
-        };
-        for (auto const& [id, english] : kinds)
+        for (auto const& [id, english] : kKinds)
             if (text == ZoText(id))
                 return english;
         text.replace(ZoText(38457), QLatin1String("New browser window")).replace(ZoText(38460), QLatin1String("new tab"));
         return text.toStdString();
+    }
+    // The rows given as Rows() writes them, in the order the list shows them by default: by the
+    // kind's name as this language shows it, then by summary, both ignoring case; descending
+    // reverses kinds and ties alike. The kinds' order differs between languages, the rule does not.
+    static std::string ByKind(std::vector<std::string> rows, bool descending = false)
+    {
+        auto const shown = [](std::string const& row) {
+            QString const english = QString::fromStdString(row.substr(0, row.find(':')));
+            QString kind = english;
+            for (auto const& [id, name] : kKinds)
+                if (english == QLatin1String(name))
+                    kind = ZoText(id);
+            return std::pair(kind.toCaseFolded(), QString::fromStdString(row.substr(row.find(':') + 1)).toCaseFolded());
+        };
+        std::stable_sort(rows.begin(), rows.end(),
+                         [&](std::string const& a, std::string const& b) { return shown(a) < shown(b); });
+        if (descending)
+            std::reverse(rows.begin(), rows.end());
+        std::string out;
+        for (std::string const& row : rows)
+            out += (out.empty() ? "" : "|") + row;
+        return out;
+    }
+    // The index of the row that Rows() writes as `row`; -1 when there is none.
+    int RowOf(std::string const& row) const
+    {
+        for (int index = 0; index < Model()->rowCount(); ++index)
+            if (RowText(index) == row)
+                return index;
+        return -1;
     }
     // The tags of the moment's children, in document order, joined by " ".
     std::string Children() const

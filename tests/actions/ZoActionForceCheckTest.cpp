@@ -3,6 +3,7 @@
 #include "editor/ZoActionChecks.h"
 #include "platform/drivers/ZoVariable.h"
 #include "platform/formula/ZoEvaluator.h"
+#include "platform/tools/ZoTexts.h"
 
 // The checks the event's validation and the force editor share: both refuse the same
 // inputs, each with its own wording.
@@ -37,9 +38,9 @@ TEST_F(ForceCheck, EventValidationWordsTheSameFaultsItsOwnWay)
          "<force><id>{F-3}</id><variable>[BOILER.SP]</variable><value>100</value></force>");
     auto fault = ZoCheckForceAction(m_evaluator, *Action(L"{F-1}", L"force"));
     ASSERT_TRUE(fault);
-    EXPECT_EQ(fault->detail, L"Value: The value is not valid for the variable");
+    EXPECT_EQ(fault->detail, ZoLoadString(608) + L": " + ZoLoadString(32838));
     fault = ZoCheckForceAction(m_evaluator, *Action(L"{F-2}", L"force"));
     ASSERT_TRUE(fault);
-    EXPECT_EQ(fault->detail, L"Variable: Unknown variable");
+    EXPECT_EQ(fault->detail, ZoLoadString(607) + L": " + ZoLoadString(32452));
     EXPECT_FALSE(ZoCheckForceAction(m_evaluator, *Action(L"{F-3}", L"force")));
 }

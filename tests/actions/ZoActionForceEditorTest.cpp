@@ -4,6 +4,7 @@
 #include "platform/drivers/ZoDeviceTreePanel.h"
 #include "platform/reports/CDlgWizzard.h"
 #include "support/ModalScript.h"
+#include "support/TableText.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -41,12 +42,15 @@ protected:
 constexpr char kNewForce[] = "<force><id>{F-NEW}</id></force>";
 constexpr char kSetPointForce[] = "<force><id>{F-1}</id><variable>[BOILER.SP]</variable><value>50</value></force>";
 
-// One refusal: what is typed, the message's id and text, and the field that gets the focus.
+// One refusal: what is typed, the message's id and the detail filled into it, and the field
+// that gets the focus.
+constexpr unsigned kNoDetail = 0;
+constexpr unsigned kEvaluatorsSentence = ~0u; // the evaluator's own words, not a fixed text
 struct Refusal {
     char const* variable;
     char const* value;
     unsigned textId;
-    char const* text; // null: the evaluator's own sentence, after the message's first part
+    unsigned detailId;
     char const* field;
 };
 
@@ -57,25 +61,21 @@ struct Refusal {
 TEST_F(ForceEditor, RefusesEachFaultInOrderWithItsMessageAndFocus)
 {
     Refusal const refusals[] = {
-        {"", "", 32840, "Enter the variable to force.", "variableEdit"},
-        {"", "50", 32840, "Enter the variable to force.", "variableEdit"},
-        {"BOILER.SP", "", 32842, "The variable is not valid: Invalid expression", "variableEdit"},
-        {"[BOILER.SP] + 1", "", 32842, "The variable is not valid: Invalid expression", "variableEdit"},
-        {"[BOILER.T1]", "50", 32842, nullptr, "variableEdit"},    // read-only
-        {"[BOILER.NOPE]", "50", 32842, nullptr, "variableEdit"},  // unknown variable
-        {"[BOILER.SP/day]", "50", 32842, nullptr, "variableEdit"}, // period filter
-        {"[BOILER.PUMP]", "", 32839, "This variable is already forced at this moment.", "variableEdit"},
-        {"[BOILER.SP]", "", 32841, "Enter the value to force.", "valueEdit"},
-        {"[BOILER.SP]", "1 +", 32843, "The value is not valid: Invalid expression", "valueEdit"},
-        {"[BOILER.SP]", "@Calc.Level(1)", 32843,
-         "The value is not valid: The expression refers to a module and is checked when the project runs",
-         "valueEdit"},
-        {"[BOILER.SP]", "1 / 0", 32843, nullptr, "valueEdit"},
-        {"[BOILER.SP]", "200", 32843, "The value is not valid: The value is not valid for the variable", "valueEdit"},
-        {"[BOILER.SP]", "\"high\"", 32843, "The value is not valid: The value is not valid for the variable",
-         "valueEdit"},
-        {"[BOILER.COUNT]", "2.5", 32843, "The value is not valid: The value is not valid for the variable",
-         "valueEdit"},
+        {"", "", 32840, kNoDetail, "variableEdit"},
+        {"", "50", 32840, kNoDetail, "variableEdit"},
+        {"BOILER.SP", "", 32842, 32446, "variableEdit"},
+        {"[BOILER.SP] + 1", "", 32842, 32446, "variableEdit"},
+        {"[BOILER.T1]", "50", 32842, kEvaluatorsSentence, "variableEdit"},    // read-only
+        {"[BOILER.NOPE]", "50", 32842, kEvaluatorsSentence, "variableEdit"},  // unknown variable
+        {"[BOILER.SP/day]", "50", 32842, kEvaluatorsSentence, "variableEdit"}, // period filter
+        {"[BOILER.PUMP]", "", 32839, kNoDetail, "variableEdit"},
+        {"[BOILER.SP]", "", 32841, kNoDetail, "valueEdit"},
+        {"[BOILER.SP]", "1 +", 32843, 32446, "valueEdit"},
+        {"[BOILER.SP]", "@Calc.Level(1)", 32843, 37540, "valueEdit"},
+        {"[BOILER.SP]", "1 / 0", 32843, kEvaluatorsSentence, "valueEdit"},
+        {"[BOILER.SP]", "200", 32843, 32838, "valueEdit"},
+        {"[BOILER.SP]", "\"high\"", 32843, 32838, "valueEdit"},
+        {"[BOILER.COUNT]", "2.5", 32843, 32838, "valueEdit"},
     };
     Load(std::string(kNewForce) + "<force><id>{F-2}</id><variable>[BOILER.PUMP]</variable><value>1</value></force>");
     Open(L"{F-NEW}");
@@ -87,13 +87,15 @@ TEST_F(ForceEditor, RefusesEachFaultInOrderWithItsMessageAndFocus)
         ASSERT_EQ(m_answers.Count(), count + 1);
         EXPECT_EQ(m_answers.Last().textId, refusal.textId);
         QString const shown = QString::fromStdWString(m_answers.LastText());
-        if (refusal.text) {
-            EXPECT_EQ(shown.toStdString(), refusal.text);
+        if (refusal.detailId == kNoDetail) {
+            EXPECT_EQ(shown, Said(refusal.textId));
+        } else if (refusal.detailId != kEvaluatorsSentence) {
+            EXPECT_EQ(shown, Said(refusal.textId, ZoLoadString(refusal.detailId).c_str()));
         } else {
-            QString const lead = refusal.textId == 32842 ? "The variable is not valid: " : "The value is not valid: ";
+            QString const lead = Said(refusal.textId, L"");
             EXPECT_TRUE(shown.startsWith(lead)) << shown.toStdString();
             EXPECT_GT(shown.size(), lead.size() + 10) << "the evaluator's sentence follows";
-            EXPECT_FALSE(shown.endsWith("Invalid expression")) << shown.toStdString();
+            EXPECT_FALSE(shown.endsWith(ZoText(32446))) << shown.toStdString();
         }
         EXPECT_EQ(Focused(*m_dialog), refusal.field);
         auto* field = m_dialog->findChild<QLineEdit*>(refusal.field);
@@ -171,7 +173,7 @@ TEST_F(ForceEditor, SkipCheckAcceptsAnythingAndAlwaysWrites)
 {
     Load(kNewForce);
     Open(L"{F-NEW}", true);
-    EXPECT_EQ(Ok()->text().remove('&'), "Replace");
+    EXPECT_EQ(Ok()->text().remove('&'), ZoText(34893));
     EXPECT_EQ(ModalScript::ClickOk(*m_dialog), QDialog::Accepted);
     EXPECT_EQ(m_answers.Count(), 0);
     EXPECT_EQ(Xml(Activate()), "<activate><force><id>{F-NEW}</id><variable/><value/></force></activate>");
@@ -180,8 +182,8 @@ TEST_F(ForceEditor, SkipCheckAcceptsAnythingAndAlwaysWrites)
 TEST_F(ForceEditor, TitleSaysNewOrModify)
 {
     Load(std::string(kNewForce) + kSetPointForce);
-    EXPECT_EQ(Open(L"{F-NEW}").windowTitle(), "New force action");
-    EXPECT_EQ(Open(L"{F-1}").windowTitle(), "Modify force action");
+    EXPECT_EQ(Open(L"{F-NEW}").windowTitle(), ZoText(32852));
+    EXPECT_EQ(Open(L"{F-1}").windowTitle(), ZoText(32853));
     EXPECT_EQ(Variable()->text(), "[BOILER.SP]");
     EXPECT_EQ(Value()->text(), "50");
     EXPECT_EQ(Focused(*m_dialog), "variableEdit");
@@ -191,18 +193,23 @@ TEST_F(ForceEditor, ValueLabelDescribesTheVariableAsItIsTyped)
 {
     Load(kNewForce);
     Open(L"{F-NEW}");
-    EXPECT_EQ(ValueLabel(), "Value (choose a variable first)");
+    // "Value (what the variable takes)", the kind first, then its range or named values.
+    auto const value = [](QString const& about) { return ZoText(32110) + " (" + about + ")"; };
+    auto const kind = [](unsigned id, QString const& values) {
+        return Said(63303, ZoLoadString(id).c_str(), values.toStdWString().c_str());
+    };
+    EXPECT_EQ(ValueLabel(), value(ZoText(63301)));
     Variable()->setText("[BOILER.SP]");
-    EXPECT_EQ(ValueLabel(), "Value (analog: 0 to 150 °C)");
+    EXPECT_EQ(ValueLabel(), value(kind(62006, Said(61230, L"0", L"150") + " °C")));
     Variable()->setText("[BOILER.PUMP]");
-    EXPECT_EQ(ValueLabel().toStdString().rfind("Value (digital: 0 ", 0), 0u) << ValueLabel().toStdString();
+    EXPECT_TRUE(ValueLabel().startsWith(value(kind(62004, "0 ")).chopped(1))) << ValueLabel().toStdString();
     Variable()->setText("[BOILER.MODE]");
-    EXPECT_EQ(ValueLabel(), "Value (integer: 0 Off, 1 Auto, 2 Manual)");
+    EXPECT_EQ(ValueLabel(), value(kind(62005, "0 Off, 1 Auto, 2 Manual")));
     Variable()->setText("[BOILER.NOPE]");
-    EXPECT_EQ(ValueLabel(), "Value (unknown variable)");
+    EXPECT_EQ(ValueLabel(), value(ZoText(63302)));
     // A free text takes any value: nothing to add.
     Variable()->setText("[BOILER.LABEL]");
-    EXPECT_EQ(ValueLabel(), "Value");
+    EXPECT_EQ(ValueLabel(), ZoText(32110));
 }
 
 TEST_F(ForceEditor, ChooserFillsTheVariableInBrackets)
@@ -238,7 +245,7 @@ TEST_F(ForceEditor, FormulaWizardStartsFromTheValueAndReplacesIt)
         return ModalScript::ClickOk(wizard);
     }));
     auto* wizard = m_dialog->findChild<QToolButton*>("valueWizardButton");
-    EXPECT_TRUE(wizard->toolTip().contains("Ctrl+Space"));
+    EXPECT_TRUE(wizard->toolTip().contains(ZoText(60204))) << "names the wizard and its key";
     wizard->click();
     EXPECT_EQ(Value()->text(), "[BOILER.T1] - 5");
     EXPECT_EQ(modal.Classes(), QStringList{"CDlgWizzard"});

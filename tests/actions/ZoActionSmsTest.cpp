@@ -4,6 +4,7 @@
 #include "actions/RecipientsEditorFixture.h"
 #include "actions/ZoEDlgEventActionSmsCfg.h"
 #include "platform/tools/ZoTexts.h"
+#include "support/TableText.h"
 
 using namespace recipients_test;
 
@@ -116,7 +117,7 @@ TEST_F(SmsEditorTest, FaultsAreNamedWithTheFocusOnTheirControl)
     Get<QLineEdit>("phoneEdit")->setText("+44 20 7946 0199; 020-7946-0100");
     EXPECT_EQ(ClickOk(), -1);
     EXPECT_EQ(answers.Ids(), (std::vector<unsigned>{63519, 63520, 63518}));
-    EXPECT_NE(answers.LastText().find(L"\"020-7946-0100\""), std::wstring::npos);
+    EXPECT_EQ(QString::fromStdWString(answers.LastText()), Said(63518, L"020-7946-0100"));
     EXPECT_EQ(Focused(), "phoneEdit");
     EXPECT_EQ(Get<QLineEdit>("phoneEdit")->selectedText(), "020-7946-0100");
     EXPECT_EQ(Action(), "<sms><id>{X-2}</id></sms>");

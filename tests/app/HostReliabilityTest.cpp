@@ -4,6 +4,7 @@
 #include "config/XmlStorage.h"
 #include "editor/ZoEDlgEventCfg.h"
 #include "support/ScriptedAnswerer.h"
+#include "support/TableText.h"
 
 #include <QLineEdit>
 #include <QStatusBar>
@@ -32,9 +33,27 @@ std::wstring OpenRefusal(QString const& folder)
     return error;
 }
 
-bool Contains(std::wstring const& text, char const* part)
+bool Contains(std::wstring const& text, QString const& part)
 {
-    return QString::fromStdWString(text).contains(QString::fromUtf8(part));
+    return QString::fromStdWString(text).contains(part);
+}
+
+std::wstring W(QString const& text)
+{
+    return text.toStdWString();
+}
+
+// "The file <path> cannot be read: <reason>." as the table words it.
+QString CannotRead(QString const& path, QString const& reason)
+{
+    return Said(60041, W(path).c_str(), W(reason).c_str());
+}
+
+// The end of a text after its last placeholder ("the largest project file ..." after "%s MB, ").
+QString Tail(unsigned id)
+{
+    QString const text = ZoText(id);
+    return text.mid(text.lastIndexOf(QLatin1String("%s")) + 2);
 }
 
 // While it lives, this thread cannot pass by file permissions even as root, so that a
@@ -96,32 +115,34 @@ TEST_F(HostReliability, RefusesWhatIsNotAPlainReadableFile)
     struct Case {
         char const* what;
         std::function<void(QString const& path)> make;
-        char const* reason;
+        std::function<QString(QString const& path)> reason; // what the message says of that path
     };
+    auto const notRegular = [](QString const&) { return ZoText(60058); };
     std::vector<Case> const cases = {
         {"a named pipe", [](QString const& path) { ASSERT_EQ(::mkfifo(QFile::encodeName(path), 0644), 0); },
-         "not a regular file"},
+         notRegular},
         {"a link to an endless device", [](QString const& path) { ASSERT_TRUE(QFile::link("/dev/zero", path)); },
-         "not a regular file"},
-        {"a folder", [](QString const& path) { ASSERT_TRUE(QDir().mkdir(path)); }, "not a regular file"},
+         notRegular},
+        {"a folder", [](QString const& path) { ASSERT_TRUE(QDir().mkdir(path)); }, notRegular},
         {"a dangling link",
          [](QString const& path) { ASSERT_TRUE(QFile::link(path + ".gone", path)); },
-         "Events.zocfg.gone, which does not exist"},
+         [](QString const& path) { return CannotRead(path, Said(60065, W(path + ".gone").c_str())); }},
         {"a file over the size limit (sparse)",
          [](QString const& path) {
              QFile file(path);
              ASSERT_TRUE(file.open(QIODevice::WriteOnly));
              ASSERT_TRUE(file.resize(MaxProjectFileBytes() + 1));
          },
-         "the largest project file the editor opens on this computer"},
+         [](QString const&) { return Tail(60059); }},
     };
     for (Case const& test : cases) {
         SCOPED_TRACE(test.what);
         QTemporaryDir folder;
-        test.make(FilePath(folder.path(), ProjectDoc::Events));
+        QString const path = FilePath(folder.path(), ProjectDoc::Events);
+        test.make(path);
         std::wstring const error = OpenRefusal(folder.path());
-        EXPECT_TRUE(Contains(error, "Events.zocfg")) << error;
-        EXPECT_TRUE(Contains(error, test.reason)) << error;
+        EXPECT_TRUE(Contains(error, CannotRead(path, "").chopped(1))) << "names the file: " << error;
+        EXPECT_TRUE(Contains(error, test.reason(path))) << error;
     }
 
     // The main window shows the refusal, keeps the project it had open and does not offer
@@ -132,12 +153,13 @@ TEST_F(HostReliability, RefusesWhatIsNotAPlainReadableFile)
     ScriptedAnswerer answers;
     EXPECT_FALSE(demo.window.OpenFolder(pipeFolder.path()));
     EXPECT_EQ(answers.Ids(), std::vector<unsigned>{60040});
-    EXPECT_TRUE(Contains(answers.LastText(), "Devices.zocfg cannot be read: it is not a regular file"));
+    EXPECT_TRUE(Contains(answers.LastText(),
+                         CannotRead(FilePath(pipeFolder.path(), ProjectDoc::Devices), ZoText(60058))));
     EXPECT_EQ(demo.window.Project()->Folder(), QFileInfo(demo.dir.path()).absoluteFilePath());
 }
 
 // A folder the user may not look into is not an empty folder: it is refused with the
-// system's reason instead of being offered as a new project.
+// real reason, in the editor's language, instead of being offered as a new project.
 TEST_F(HostReliability, UnlistableFolderIsRefusedNotOfferedAsNew)
 {
     QTemporaryDir parent;
@@ -153,7 +175,8 @@ TEST_F(HostReliability, UnlistableFolderIsRefusedNotOfferedAsNew)
     }
     ::chmod(QFile::encodeName(folder), 0700);
     EXPECT_EQ(answers.Ids(), std::vector<unsigned>{60040});
-    EXPECT_TRUE(Contains(answers.LastText(), "locked cannot be read: permission denied.")) << answers.LastText();
+    EXPECT_TRUE(Contains(answers.LastText(), Said(60070, W(folder).c_str(), ZoLoadString(60081).c_str())))
+        << answers.LastText();
 }
 
 // Running out of memory while opening or saving is reported like any failure; the open
@@ -170,7 +193,8 @@ TEST_F(HostReliability, RunningOutOfMemoryIsReportedNotFatal)
         EXPECT_FALSE(demo.window.OpenFolder(other.path()));
     }
     EXPECT_EQ(answers.Ids(), std::vector<unsigned>{60040});
-    EXPECT_TRUE(Contains(answers.LastText(), ".zocfg cannot be read: there is not enough memory.")) << answers.LastText();
+    EXPECT_TRUE(Contains(answers.LastText(), CannotRead(FilePath(other.path(), ProjectDoc::Events), ZoText(60066))))
+        << answers.LastText();
     EXPECT_EQ(demo.window.Project()->Folder(), QFileInfo(demo.dir.path()).absoluteFilePath());
     EXPECT_EQ(demo.Label("eventsCountLabel"), "24");
 
@@ -183,7 +207,9 @@ TEST_F(HostReliability, RunningOutOfMemoryIsReportedNotFatal)
         ProjectSaver::SetBlockWrittenHook({});
     }
     EXPECT_EQ(answers.Ids(), (std::vector<unsigned>{60040, 32792, 60046}));
-    EXPECT_TRUE(Contains(answers.LastText(), "Events.zocfg: there is not enough memory.")) << answers.LastText();
+    EXPECT_TRUE(Contains(answers.LastText(),
+                         Said(60046, W(demo.File(ProjectDoc::Events)).c_str(), ZoLoadString(60066).c_str())))
+        << answers.LastText();
     EXPECT_EQ(ReadBytes(demo.File(ProjectDoc::Events)), events);
     EXPECT_EQ(FolderEntries(demo.dir.path()), entries);
     EXPECT_TRUE(demo.window.HasUnsavedChanges());
@@ -194,7 +220,7 @@ TEST_F(HostReliability, RunningOutOfMemoryIsReportedNotFatal)
 TEST(ProjectFolderMessages, ParseFailureOffsetIsWrittenInFull)
 {
     std::wstring const text = ProjectFolder::ParseFailureMessage(L"/p/Events.zocfg", L"Unexpected end", 3000000123ull);
-    EXPECT_TRUE(Contains(text, "(at byte 3000000123)")) << text;
+    EXPECT_EQ(QString::fromStdWString(text), Said(60042, L"/p/Events.zocfg", L"Unexpected end", L"3000000123"));
 }
 
 // Saving a tree nested 100,000 levels deep writes a text linear in its size, which reads
@@ -256,14 +282,14 @@ TEST_F(HostReliability, SaveAndOpenAgreeOnTheLargestFile)
 
     event->SetValue(L"description", event->Value(L"description", L"") + L"x");
     EXPECT_FALSE(project.Save({ProjectDoc::Events}, error));
-    EXPECT_TRUE(Contains(error, "would be larger than 1 MB, the largest project file the editor opens")) << error;
-    EXPECT_TRUE(Contains(error, "The file keeps its previous content")) << error;
+    EXPECT_TRUE(Contains(error, Said(60090, L"1"))) << error;
+    EXPECT_TRUE(Contains(error, ZoText(60047))) << error;
     EXPECT_EQ(ReadBytes(demo.File(ProjectDoc::Events)), saved);
     EXPECT_EQ(FolderEntries(demo.dir.path()).filter(ProjectSaver::kTemporarySuffix), QStringList());
 
     // The same file, one byte longer on disk, is refused when the folder opens.
     WriteBytes(demo.File(ProjectDoc::Events), saved + ' ');
-    EXPECT_TRUE(Contains(OpenRefusal(demo.dir.path()), "larger than 1 MB"));
+    EXPECT_TRUE(Contains(OpenRefusal(demo.dir.path()), Said(60059, L"1")));
 }
 
 // A save stopped between its renames (here by a fault thrown from the rename seam) is
@@ -291,8 +317,7 @@ TEST_F(HostReliability, StoppedSaveIsCompletedWhenTheFolderOpens)
     MainWindow window{RecentFolders(demo.settings.filePath("recent2.ini"))};
     ASSERT_TRUE(window.OpenFolder(demo.dir.path()));
     EXPECT_TRUE(answers.Ids().empty());
-    EXPECT_TRUE(window.statusBar()->currentMessage().contains("interrupted there was completed"))
-        << window.statusBar()->currentMessage().toStdString();
+    EXPECT_EQ(window.statusBar()->currentMessage(), Said(60067, W(demo.dir.path()).c_str()));
     EXPECT_EQ(ReadBytes(demo.File(ProjectDoc::Events)).toStdString(), newEvents);
     EXPECT_EQ(ReadBytes(demo.File(ProjectDoc::Devices)).toStdString(), newDevices);
     EXPECT_FALSE(FolderEntries(demo.dir.path()).contains(".zoevents-save"));
@@ -301,7 +326,7 @@ TEST_F(HostReliability, StoppedSaveIsCompletedWhenTheFolderOpens)
     // A record that is not whole refuses the folder rather than guessing.
     WriteBytes(QDir(demo.dir.path()).filePath(".zoevents-save"), "zoevents save\nEvents.zocfg\n");
     std::wstring const refusal = OpenRefusal(demo.dir.path());
-    EXPECT_TRUE(Contains(refusal, "the record of the interrupted save is damaged")) << refusal;
+    EXPECT_TRUE(Contains(refusal, ZoText(60069))) << refusal;
 
     // Temporaries of a save stopped before its record are dropped: the old files stand.
     QFile::remove(QDir(demo.dir.path()).filePath(".zoevents-save"));

@@ -6,6 +6,7 @@
 #include "editor/ZoEDlgEventCfg.h"
 #include "platform/tools/ZoUtf.h"
 #include "support/ScriptedAnswerer.h"
+#include "support/TableText.h"
 
 #include <QLineEdit>
 
@@ -199,7 +200,9 @@ TEST_F(HostSave, FailedSaveKeepsOldFilesAndTellsTheUser)
         ModalScript modal(DeleteEventThen("Heavy rain"));
         demo.window.OnEventsList();
         ASSERT_EQ(answers.Ids(), (std::vector<unsigned>{32792, 60046}));
-        EXPECT_TRUE(QString::fromStdWString(answers.LastText()).contains("Events.zocfg: no space left on device."))
+        EXPECT_TRUE(QString::fromStdWString(answers.LastText())
+                        .contains(Said(60046, demo.File(ProjectDoc::Events).toStdWString().c_str(),
+                                       ZoLoadString(60082).c_str())))
             << answers.LastText();
         EXPECT_EQ(answers.Last().icon, ZoMsgIcon::Error);
 

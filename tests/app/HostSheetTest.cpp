@@ -5,6 +5,7 @@
 #include "platform/ui/ZoWaitDlg.h"
 #include "spreadsheet/EventsExport.h"
 #include "support/ScriptedAnswerer.h"
+#include "support/TableText.h"
 
 #include <QAbstractItemModelTester>
 #include <QCheckBox>
@@ -69,7 +70,7 @@ TEST_F(HostSheet, ExportWritesTheSheetOfTheProjectToTheChosenFile)
     }
     QByteArray const written = ReadBytes(path);
     EXPECT_EQ(written.toStdString(), DemoSheet(demo));
-    EXPECT_TRUE(demo.window.statusBar()->currentMessage().startsWith("24 events exported to "));
+    EXPECT_EQ(demo.window.statusBar()->currentMessage(), Said(64685, 24, path.toStdWString().c_str()));
 }
 
 TEST_F(HostSheet, ThePreviewShowsEveryChangeAndItsOkAppliesAndSavesThemAsOne)
@@ -103,24 +104,31 @@ TEST_F(HostSheet, ThePreviewShowsEveryChangeAndItsOkAppliesAndSavesThemAsOne)
         QApplication::setActiveWindow(&dialog);
         EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
         EXPECT_EQ(QApplication::focusWidget(), dialog.findChild<QTreeView*>("previewList"));
-        EXPECT_EQ(Text(dialog, "countsLabel"), "1 added, 1 modified, 22 unchanged.");
-        EXPECT_TRUE(Text(dialog, "statusLabel").startsWith("The import is refused"));
+        EXPECT_EQ(Text(dialog, "countsLabel"), Said(64624, 1, 1, 22));
+        EXPECT_EQ(Text(dialog, "statusLabel"), ZoText(64674));
         EXPECT_FALSE(dialog.findChild<QPushButton*>("okButton")->isEnabled());
-        EXPECT_EQ(Rows(dialog).value(0), "5 | Refused |  | Column 12 (groups): No event group is named \"Spare\".");
+        EXPECT_EQ(Rows(dialog).value(0),
+                  "5 | " + ZoText(64650) + " |  | " + Said(64664, 12) + " (groups): " + Said(64619, L"Spare"));
         auto* create = dialog.findChild<QCheckBox*>("createGroupsCheck");
-        EXPECT_EQ(create->shortcut(), QKeySequence(Qt::ALT | Qt::Key_C));
+        EXPECT_EQ(create->shortcut(), QKeySequence::mnemonic(ZoText(64672)));
+        EXPECT_FALSE(create->shortcut().isEmpty());
         for (int tab = 0; tab < 2; ++tab)
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         EXPECT_EQ(QApplication::focusWidget(), create);
         QTest::keyClick(create, Qt::Key_Space);
         EXPECT_TRUE(create->isChecked());
+        QString const modified = ZoText(64652);
         EXPECT_EQ(Rows(dialog).join("\n").toStdString(),
-                  (QStringList{" | New group | Spare | ",
-                               "3 | Modified | Reservoir overflow | name: \"Tank overflow\" → \"Reservoir overflow\"",
-                               "5 | Modified | Tank dry-run risk | groups: \"Reservoir | Pumps\" → \"Reservoir | Spare\"",
-                               "26 | New | Night check | ",
-                               "26 | Warning | Night check | stop condition: No deadband: a threshold comparison of "
-                               "[PLC1.TANK_LEVEL] without a stop condition."}).join("\n").toStdString());
+                  (QStringList{" | " + ZoText(64655) + " | Spare | ",
+                               "3 | " + modified + " | Reservoir overflow | " +
+                                   Said(64629, L"name", L"Tank overflow", L"Reservoir overflow"),
+                               "5 | " + modified + " | Tank dry-run risk | " +
+                                   Said(64629, L"groups", L"Reservoir | Pumps", L"Reservoir | Spare"),
+                               "26 | " + ZoText(64653) + " | Night check | ",
+                               "26 | " + ZoText(64657) + " | Night check | " + ZoText(64512) + ": " +
+                                   Said(64548, L"[PLC1.TANK_LEVEL]")})
+                      .join("\n")
+                      .toStdString());
         EXPECT_TRUE(dialog.findChild<QPushButton*>("okButton")->isEnabled());
         QTest::keyClick(dialog.findChild<QTreeView*>("previewList"), Qt::Key_Escape);
         return dialog.result();
@@ -138,7 +146,7 @@ TEST_F(HostSheet, ThePreviewShowsEveryChangeAndItsOkAppliesAndSavesThemAsOne)
     EXPECT_TRUE(events.contains("<name>Spare</name>"));
     EXPECT_NE(ReadBytes(demo.File(ProjectDoc::Devices)), devicesBefore); // the new event is registered
     EXPECT_FALSE(demo.window.HasUnsavedChanges());
-    EXPECT_EQ(demo.window.statusBar()->currentMessage().toStdString(), "Import applied: 1 added, 2 modified, 22 unchanged.");
+    EXPECT_EQ(demo.window.statusBar()->currentMessage(), Said(64688, Said(64624, 1, 2, 22).toStdWString().c_str()));
 }
 
 TEST_F(HostSheet, AnUnreadableSheetIsToldAndAnUnchangedOneChangesNothing)
@@ -154,7 +162,7 @@ TEST_F(HostSheet, AnUnreadableSheetIsToldAndAnUnchangedOneChangesNothing)
         ModalScript modal(ChooseFile(demo.dir.filePath("bad.csv")));
         modal.Then(RunWaitBox()).Then(ModalScript::As<SheetImportDlg>([](SheetImportDlg& dialog) {
             EXPECT_EQ(dialog.Model().index(0, SheetImportModel::DetailsColumn).data().toString(),
-                      "Column 1: The text is not UTF-8. Save the sheet as CSV in UTF-8.");
+                      Said(64664, 1) + ": " + ZoText(64601));
             return ModalScript::ClickOk(dialog);
         }));
         demo.window.findChild<QAction*>("importSheetAction")->trigger();
@@ -169,7 +177,7 @@ TEST_F(HostSheet, AnUnreadableSheetIsToldAndAnUnchangedOneChangesNothing)
     QByteArray const events = ReadBytes(demo.File(ProjectDoc::Events));
     ModalScript modal(ChooseFile(path));
     modal.Then(ModalScript::As<SheetImportDlg>([](SheetImportDlg& dialog) {
-        EXPECT_EQ(Text(dialog, "statusLabel"), "The sheet changes nothing.");
+        EXPECT_EQ(Text(dialog, "statusLabel"), ZoText(64675));
         EXPECT_FALSE(dialog.findChild<QPushButton*>("okButton")->isEnabled());
         return ModalScript::ClickOk(dialog);
     }));

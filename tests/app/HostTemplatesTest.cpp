@@ -4,6 +4,7 @@
 #include "editor/ZoEDlgEventCfg.h"
 #include "platform/drivers/ZoDeviceCatalog.h"
 #include "support/ScriptedAnswerer.h"
+#include "support/TableText.h"
 #include "templates/TemplateStore.h"
 #include "templatedialogs/ZoDlgEventTemplates.h"
 #include "templatedialogs/ZoDlgStampTemplate.h"
@@ -65,8 +66,8 @@ TEST_F(HostTemplates, StampPreviewsFiltersAndMakesOneSavedChange)
                                    "PUMP2 | Pump 2 variable-speed drive | MODBUS-RTU"}));
             dialog.findChild<QPushButton*>("selectAllButton")->click();
             EXPECT_EQ(Rows(List(dialog, "previewList")),
-                      (std::vector<std::string>{"PUMP1 |  |  | Already stamped from this template",
-                                   "PUMP2 |  |  | Already stamped from this template"}));
+                      (std::vector<std::string>{"PUMP1 |  |  | " + ZoText(64817).toStdString(),
+                                                "PUMP2 |  |  | " + ZoText(64817).toStdString()}));
             EXPECT_FALSE(dialog.findChild<QPushButton*>("okButton")->isEnabled());
             return ModalScript::ClickOk(dialog);
         }));
@@ -84,9 +85,10 @@ TEST_F(HostTemplates, StampPreviewsFiltersAndMakesOneSavedChange)
             Check(List(dialog, "devicesList"), 0);
             Check(List(dialog, "devicesList"), 2);
             EXPECT_EQ(Rows(List(dialog, "previewList")),
-                      (std::vector<std::string>{"PLC1 |  |  | Lacks RUNNING, SPEED, START_CMD",
+                      (std::vector<std::string>{"PLC1 |  |  | " +
+                                                    Said(64816, L"RUNNING, SPEED, START_CMD").toStdString(),
                                    "PUMP2 | PUMP2 stalled_1 | [PUMP2.RUNNING] == 1 AND [PUMP2.SPEED] < 5 | "}));
-            EXPECT_EQ(dialog.findChild<QLabel*>("summaryLabel")->text(), "1 events to create, 1 devices skipped");
+            EXPECT_EQ(dialog.findChild<QLabel*>("summaryLabel")->text(), Said(64811, 1, 1));
             // Narrowing the list keeps the checked pump checked.
             dialog.findChild<QLineEdit*>("patternEdit")->setText("PUMP2");
             EXPECT_EQ(Rows(List(dialog, "previewList")).size(), 1);
@@ -128,8 +130,7 @@ TEST_F(HostTemplates, UpdateListsDriftAndChangesOnlyTheCheckedEvents)
         List(dialog, "driftList")->setCurrentIndex(List(dialog, "driftList")->model()->index(1, 0));
         EXPECT_EQ(Rows(List(dialog, "differencesList")).size(), 2);
         Check(List(dialog, "driftList"), 0);
-        EXPECT_EQ(dialog.findChild<QLabel*>("summaryLabel")->text(),
-                  "2 of 2 stamped events differ from their template; 1 chosen");
+        EXPECT_EQ(dialog.findChild<QLabel*>("summaryLabel")->text(), Said(64832, 2, 2, 1));
         return ModalScript::ClickOk(dialog);
     }));
     demo.window.OnUpdateFromTemplates();

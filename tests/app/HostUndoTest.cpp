@@ -14,6 +14,7 @@
 #include "spreadsheet/EventsExport.h"
 #include "templatedialogs/ZoDlgUpdateFromTemplates.h"
 #include "support/ScriptedAnswerer.h"
+#include "support/TableText.h"
 #include "timetables/ZoDlgEventNewModifySlot.h"
 #include "timetables/ZoDlgTimeTableSetup.h"
 
@@ -46,8 +47,18 @@ QAction* Action(DemoWindow& demo, char const* name)
 }
 
 // The changes made one after the other: each runs the real dialogs through the window.
+// "&Undo <step>" and "&Redo <step>" as the menu shows them.
+std::string UndoText(QString const& step)
+{
+    return Said(65101, step.toStdWString().c_str()).toStdString();
+}
+std::string RedoText(QString const& step)
+{
+    return Said(65103, step.toStdWString().c_str()).toStdString();
+}
+
 struct Change {
-    QString name; // as the menu shows it after "&Undo "
+    QString name; // the step's name, as the menu shows it in "&Undo <name>"
     std::function<void(DemoWindow&)> make;
 };
 
@@ -160,23 +171,23 @@ TEST_F(HostUndo, EveryKindOfChangeUndoesAndRedoesToTheSameBytes)
     QAction* redo = Action(demo, "redoAction");
     EXPECT_FALSE(undo->isEnabled());
     EXPECT_FALSE(redo->isEnabled());
-    EXPECT_EQ(undo->text(), "&Undo");
+    EXPECT_EQ(undo->text(), ZoText(65100));
     EXPECT_EQ(undo->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Z));
     EXPECT_EQ(redo->shortcuts(), (QList<QKeySequence>{QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z),
                                                       QKeySequence(Qt::CTRL | Qt::Key_Y)}));
 
     std::vector<Change> const changes{
-        {"Events list changes", [](DemoWindow& d) {
+        {ZoText(65105), [](DemoWindow& d) {
              ModalScript modal(DeleteEventThen(QStringLiteral("Tank overflow")));
              d.window.OnEventsList();
          }},
-        {"Edit Event Tank high level", EditEvent},
-        {"Event groups changes", Groups},
-        {"Time tables changes", TimeTables},
-        {"Time slot changes", TimeSlot},
-        {"Import from edited.csv", Import},
-        {"Rename PUMP1 → P-101", Rename},
-        {"Update from Templates", UpdateFromTemplates},
+        {Said(65106, L"Tank high level"), EditEvent},
+        {ZoText(65107), Groups},
+        {ZoText(65108), TimeTables},
+        {ZoText(65109), TimeSlot},
+        {Said(65110, L"edited.csv"), Import},
+        {Said(65111, L"PUMP1", L"P-101"), Rename},
+        {ZoText(65114), UpdateFromTemplates},
     };
     std::vector<Files> states{Read(demo)};
     for (Change const& change : changes) {
@@ -184,7 +195,7 @@ TEST_F(HostUndo, EveryKindOfChangeUndoesAndRedoesToTheSameBytes)
         Files const now = Read(demo);
         EXPECT_NE(now, states.back()) << change.name.toStdString();
         states.push_back(now);
-        EXPECT_EQ(undo->text().toStdString(), ("&Undo " + change.name).toStdString());
+        EXPECT_EQ(undo->text().toStdString(), UndoText(change.name));
         EXPECT_FALSE(redo->isEnabled());
     }
     // The rename touched both files; its undo puts both back.
@@ -192,10 +203,10 @@ TEST_F(HostUndo, EveryKindOfChangeUndoesAndRedoesToTheSameBytes)
 
     for (int round = 0; round < 2; ++round) {
         for (std::size_t i = changes.size(); i-- > 0;) {
-            EXPECT_EQ(undo->text().toStdString(), ("&Undo " + changes[i].name).toStdString());
+            EXPECT_EQ(undo->text().toStdString(), UndoText(changes[i].name));
             undo->trigger();
             EXPECT_TRUE(Read(demo) == states[i]) << "undo " << changes[i].name.toStdString();
-            EXPECT_EQ(redo->text().toStdString(), ("&Redo " + changes[i].name).toStdString());
+            EXPECT_EQ(redo->text().toStdString(), RedoText(changes[i].name));
         }
         EXPECT_FALSE(undo->isEnabled());
         for (std::size_t i = 0; i < changes.size(); ++i) {
@@ -221,7 +232,7 @@ TEST_F(HostUndo, EveryKindOfChangeUndoesAndRedoesToTheSameBytes)
     undo->trigger();
     TimeTables(demo);
     EXPECT_FALSE(redo->isEnabled());
-    EXPECT_EQ(undo->text().toStdString(), "&Undo Time tables changes");
+    EXPECT_EQ(undo->text().toStdString(), UndoText(ZoText(65108)));
     ASSERT_TRUE(demo.window.OpenFolder(demo.dir.path()));
     EXPECT_FALSE(undo->isEnabled());
     EXPECT_FALSE(redo->isEnabled());
@@ -264,7 +275,7 @@ TEST_F(HostUndo, AnUndoWhoseSaveFailsIsToldAndSavedLater)
         EXPECT_EQ(answers.Ids(), std::vector<unsigned>{60046});
         EXPECT_TRUE(demo.window.HasUnsavedChanges());
         EXPECT_TRUE(Read(demo) == changed);
-        EXPECT_EQ(Action(demo, "redoAction")->text().toStdString(), "&Redo Event groups changes");
+        EXPECT_EQ(Action(demo, "redoAction")->text().toStdString(), RedoText(ZoText(65107)));
     }
     Action(demo, "saveAction")->trigger();
     EXPECT_FALSE(demo.window.HasUnsavedChanges());

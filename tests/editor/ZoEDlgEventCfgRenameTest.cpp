@@ -3,6 +3,7 @@
 #include "EventEditorFixture.h"
 
 #include "support/ScriptedAnswerer.h"
+#include "support/TableText.h"
 
 namespace {
 
@@ -27,8 +28,7 @@ TEST_F(EventEditorRename, YesUpdatesTheOtherEventsReferencesWithTheEditorsOk)
     ClickOk();
     ASSERT_EQ(m_dialog->result(), QDialog::Accepted);
     ASSERT_EQ(answers.Ids(), std::vector<unsigned>{64730});
-    EXPECT_EQ(answers.LastText(), L"Other events refer to \"Boiler overheat\" 2 time(s). Update these references to "
-                                  L"the new name \"Boiler hot\"?");
+    EXPECT_EQ(QString::fromStdWString(answers.LastText()), Said(64730, L"Boiler overheat", 2, L"Boiler hot"));
     EXPECT_EQ(m_watch->Value(L"condition", L""), L"[R$EVE_Boiler hot.ST] = 1 OR [R$EVE_Boiler hot.CACT] > 3 OR "
                                                  L"\"[R$EVE_Boiler overheat.ST]\" = \"\"");
     EXPECT_EQ(m_boiler->Value(L"name", L""), L"Boiler hot");

@@ -198,7 +198,7 @@ TEST(EventsListSearch, ACancelledEditorReplacesNothingAndTheNextReplaceGoesOn)
     EXPECT_FALSE(s.dialog.IsModified());
     // Cancel skipped Boiler: the next place is Alpha's screen.
     s.Request("Replace", L"T1", L"T9");
-    EXPECT_EQ(seen, (QStringList{"Boiler 1 0 Replace", "Alpha 9 3/2 Replace"}));
+    EXPECT_EQ(seen, (QStringList{"Boiler 1 0 " + ZoText(34893), "Alpha 9 3/2 " + ZoText(34893)}));
     XmlNode const* alpha = s.cfg.Root()->NodeV(L"events/event?name=Alpha?");
     EXPECT_EQ(alpha->Value(L"clientActions/deactivate/screen/name", L""), L"Overview T9");
     EXPECT_TRUE(s.dialog.IsModified());
@@ -315,7 +315,7 @@ TEST(EventsListSearch, TheDialogsButtonsReachTheList)
     // Find Next looks only, even with a replacement typed; Replace replaces.
     search->findChild<QPushButton*>("findNextButton")->click();
     search->findChild<QPushButton*>("replaceButton")->click();
-    EXPECT_EQ(seen, (QStringList{"Boiler 1 0 OK", "Alpha 9 3/2 OK", "Chiller 3 2/0 Replace"}));
+    EXPECT_EQ(seen, (QStringList{"Boiler 1 0 OK", "Alpha 9 3/2 OK", "Chiller 3 2/0 " + ZoText(34893)}));
     EXPECT_EQ(s.cfg.Root()->NodeV(L"events/event?name=Chiller?")->Value(L"actions/activate/force/variable", L""), L"[T2]");
     search->findChild<QPushButton*>("replaceAllButton")->click();
     EXPECT_EQ(s.messages.Ids(), (std::vector<unsigned>{36366}));

@@ -5,6 +5,7 @@
 #include "platform/drivers/ZoSelectDriver.h"
 #include "platform/reports/ChooserTestCatalog.h"
 #include "support/ModalScript.h"
+#include "support/TableText.h"
 
 #include <QAbstractItemModelTester>
 #include <QLabel>
@@ -40,9 +41,31 @@ QString Tree(QAbstractItemModel const& model, QModelIndex const& parent = {})
                          : (parent.isValid() ? QStringLiteral(" ") : QStringLiteral(" | ")));
 }
 
-QString const kAll = QStringLiteral(
-    "Line 2.A: FLOW | PLC1: LEVEL RUN MODE NAME ENERGY SETPOINT | PUMP1: CURRENT HOURS"
-    " | Events (2): R$EVE_Pump fault: ST TACT CACT CDIS CACK CTIM, R$EVE_Tank high: ST TACT CACT CDIS CACK CTIM");
+// The events branch as the table names it: "Events (2)". Texts are read when a test runs,
+// after the language of the run is set.
+QString Events(int count)
+{
+    return Said(62003, count);
+}
+
+// The whole tree, unfiltered.
+QString All()
+{
+    return "Line 2.A: FLOW | PLC1: LEVEL RUN MODE NAME ENERGY SETPOINT | PUMP1: CURRENT HOURS | " + Events(2) +
+           ": R$EVE_Pump fault: ST TACT CACT CDIS CACK CTIM, R$EVE_Tank high: ST TACT CACT CDIS CACK CTIM";
+}
+
+// A variable's details: reference, description, values, and whether it can be written.
+QString Details(QString const& reference, QString const& description, QString const& values, bool writable)
+{
+    return reference + "\n" + description + "\n" + Said(62010, values.toStdWString().c_str()) + "\n" +
+           ZoText(writable ? 62012 : 62013);
+}
+// "number" followed by the unit.
+QString Number(QString const& unit)
+{
+    return ZoText(61231) + " " + unit;
+}
 
 class DeviceTree : public ::testing::Test {
 protected:
@@ -53,15 +76,15 @@ TEST_F(DeviceTree, ShowsDevicesByNameThenTheEventsBranch)
 {
     ZoDeviceTreeModel model(m_catalog.get(), ZoDeviceTreeModel::Mode::Variables);
     QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
-    EXPECT_EQ(Tree(model), kAll);
+    EXPECT_EQ(Tree(model), All());
     QModelIndex const plc1 = model.index(1, 0);
     QModelIndex const mode = model.index(2, 0, plc1);
     EXPECT_EQ(model.index(1, ZoDeviceTreeModel::DescriptionColumn).data().toString(), "Station controller");
-    EXPECT_EQ(model.index(2, ZoDeviceTreeModel::KindColumn, plc1).data().toString(), "integer");
+    EXPECT_EQ(model.index(2, ZoDeviceTreeModel::KindColumn, plc1).data().toString(), ZoText(62005));
     EXPECT_EQ(model.ReferenceOf(mode), "PLC1.MODE");
-    EXPECT_EQ(model.DetailsOf(mode), "PLC1.MODE\nStation mode\nValues: 1 Local, 2 Remote\nCan be written");
-    EXPECT_EQ(model.DetailsOf(model.index(0, 0, model.index(0, 0))).toStdString(),
-              "Line 2.A.FLOW\nOutlet flow\nValues: number m3/h\nRead-only");
+    EXPECT_EQ(model.DetailsOf(mode), Details("PLC1.MODE", "Station mode", "1 Local, 2 Remote", true));
+    EXPECT_EQ(model.DetailsOf(model.index(0, 0, model.index(0, 0))),
+              Details("Line 2.A.FLOW", "Outlet flow", Number("m3/h"), false));
     QModelIndex const event = model.index(0, 0, model.index(3, 0));
     EXPECT_EQ(model.ReferenceOf(model.index(0, 0, event)), "R$EVE_Pump fault.ST");
     EXPECT_EQ(model.FindReference("R$EVE_Tank high.CTIM").parent().data().toString(), "R$EVE_Tank high");
@@ -78,7 +101,7 @@ TEST_F(DeviceTree, FilterFindsNamesCodesAndDescriptionsIgnoringCase)
     ZoDeviceTreeModel model(m_catalog.get(), ZoDeviceTreeModel::Mode::Variables);
     QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
     struct Case {
-        char const* filter;
+        QString filter;
         QString tree;
     };
     Case const cases[] = {
@@ -87,14 +110,15 @@ TEST_F(DeviceTree, FilterFindsNamesCodesAndDescriptionsIgnoringCase)
         {"level", "PLC1: LEVEL SETPOINT"},                         // a code, and a description
         {"running", "PLC1: RUN | PUMP1: HOURS"},                   // descriptions
         {"plc1.se", "PLC1: SETPOINT"},                             // device and code
-        {"tank", "PLC1: LEVEL | Events (1): R$EVE_Tank high: ST TACT CACT CDIS CACK CTIM"},
-        {"acknowledgements", "Events (2): R$EVE_Pump fault: CACK, R$EVE_Tank high: CACK"},
+        {"tank", "PLC1: LEVEL | " + Events(1) + ": R$EVE_Tank high: ST TACT CACT CDIS CACK CTIM"},
+        // the last word of CACK's description, in the language of the run
+        {ZoText(61204).section(' ', -1), Events(2) + ": R$EVE_Pump fault: CACK, R$EVE_Tank high: CACK"},
         {"nothing like it", ""},
-        {"", kAll},
+        {"", All()},
     };
     for (Case const& c : cases) {
-        model.SetFilter(QString::fromUtf8(c.filter));
-        EXPECT_EQ(Tree(model), c.tree) << c.filter;
+        model.SetFilter(c.filter);
+        EXPECT_EQ(Tree(model), c.tree) << c.filter.toStdString();
     }
     // Typing on (each keystroke narrows what the last one kept) and back gives the same rows
     // as filtering at once.
@@ -146,14 +170,15 @@ TEST_F(DeviceTree, OffersOnlyTheVariablesOfTheMaskAndDevicesInDeviceMode)
     ZoDeviceTreeModel digital(m_catalog.get(), ZoDeviceTreeModel::Mode::Variables, ZoTypeOf(kZoDigital));
     EXPECT_EQ(Tree(digital), "PLC1: RUN");
     ZoDeviceTreeModel writable(m_catalog.get(), ZoDeviceTreeModel::Mode::Variables, ZoTypeSet().set(), true);
-    EXPECT_EQ(Tree(writable), "PLC1: MODE NAME SETPOINT | Events (2): R$EVE_Pump fault: CACT CDIS CACK CTIM, "
-                              "R$EVE_Tank high: CACT CDIS CACK CTIM");
+    EXPECT_EQ(Tree(writable), "PLC1: MODE NAME SETPOINT | " + Events(2) +
+                                  ": R$EVE_Pump fault: CACT CDIS CACK CTIM, R$EVE_Tank high: CACT CDIS CACK CTIM");
     ZoDeviceTreeModel devices(m_catalog.get(), ZoDeviceTreeModel::Mode::Devices);
     QAbstractItemModelTester tester(&devices, QAbstractItemModelTester::FailureReportingMode::Fatal);
     EXPECT_EQ(Tree(devices), "Line 2.A | PLC1 | PUMP1");
     devices.SetFilter("motor"); // a variable's description finds its device
     EXPECT_EQ(Tree(devices), "PUMP1");
-    EXPECT_EQ(devices.DetailsOf(devices.index(0, 0)), "PUMP1\nRaw water pump\nType: PROFIBUS\n2 variables");
+    EXPECT_EQ(devices.DetailsOf(devices.index(0, 0)),
+              "PUMP1\nRaw water pump\n" + Said(62014, L"PROFIBUS") + "\n" + Said(62016, 2));
     ZoDeviceTreeModel none(nullptr, ZoDeviceTreeModel::Mode::Variables);
     EXPECT_EQ(none.rowCount(), 0);
 }
@@ -176,10 +201,10 @@ TEST_F(SelectDriver, ChoosesAVariableFromTheKeyboard)
         QTest::keyClicks(filter, "hours");
         EXPECT_EQ(Tree(*tree->model()), "PUMP1: HOURS");
         EXPECT_TRUE(ok->isEnabled());
-        EXPECT_EQ(chooser.findChild<QLabel*>("detailsText")->text().toStdString(),
-                  "PUMP1.HOURS\nRunning hours\nValues: number h\nRead-only");
+        EXPECT_EQ(chooser.findChild<QLabel*>("detailsText")->text(),
+                  Details("PUMP1.HOURS", "Running hours", Number("h"), false));
         QTest::keyClicks(filter, "xyz");
-        EXPECT_EQ(chooser.findChild<QLabel*>("detailsText")->text(), "Nothing holds \"hoursxyz\".");
+        EXPECT_EQ(chooser.findChild<QLabel*>("detailsText")->text(), Said(62107, L"hoursxyz"));
         EXPECT_FALSE(ok->isEnabled());
         filter->clear();
         QTest::keyClicks(filter, "current");
@@ -196,7 +221,7 @@ TEST_F(SelectDriver, ChoosesAVariableFromTheKeyboard)
 TEST_F(SelectDriver, OpensOnTheCallersChoiceAndCancelLeavesItAlone)
 {
     ModalScript modal(ModalScript::As<ZoSelectDriver>([](ZoSelectDriver& chooser) {
-        EXPECT_EQ(chooser.windowTitle(), "Choose a variable");
+        EXPECT_EQ(chooser.windowTitle(), ZoText(62101));
         EXPECT_EQ(chooser.Panel()->ChosenReference(), "PLC1.SETPOINT");
         QTest::keyClick(chooser.findChild<QLineEdit*>("filterEdit"), Qt::Key_Escape);
         return chooser.result();
@@ -211,7 +236,7 @@ TEST_F(SelectDriver, SelectChoosesADeviceAndNeverAnEventsPseudoDevice)
 {
     ModalScript modal(ModalScript::As<ZoSelectDriver>([](ZoSelectDriver& chooser) {
         auto* tree = chooser.findChild<QTreeView*>("devicesTree");
-        EXPECT_EQ(chooser.windowTitle(), "Choose a device");
+        EXPECT_EQ(chooser.windowTitle(), ZoText(62100));
         EXPECT_EQ(Tree(*tree->model()), "Line 2.A | PLC1 | PUMP1");
         EXPECT_EQ(chooser.Panel()->ChosenReference(), "PLC1") << "the caller's device is current";
         QTest::keyClick(tree, Qt::Key_Down);
@@ -234,14 +259,20 @@ TEST_F(SelectDriver, EnterOnADeviceOpensItAndEveryControlHasAMnemonic)
     EXPECT_EQ(chooser.result(), QDialog::Rejected) << "Enter on a device does not close the chooser";
     chooser.accept();
     EXPECT_EQ(chooser.result(), QDialog::Rejected) << "OK is refused on a device row";
-    QStringList texts;
+    QStringList texts, expected;
     for (auto* label : chooser.findChildren<QLabel*>())
         if (label->objectName().isEmpty())
             texts << label->text();
     for (auto* button : chooser.findChildren<QPushButton*>())
         texts << button->text();
+    for (QString const& text : texts)
+        EXPECT_TRUE(text.contains('&')) << text.toStdString();
+    for (unsigned id : {312, 62104, 62102, 311})
+        expected << ZoText(id);
+    texts.replaceInStrings("&", "");
     texts.sort();
-    EXPECT_EQ(texts.join(" "), "&Cancel &Devices and variables: &Filter: &OK");
+    expected.sort();
+    EXPECT_EQ(texts, expected);
 }
 
 } // namespace
