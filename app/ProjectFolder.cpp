@@ -22,6 +22,39 @@ using XmlNode = XmlDocument::XmlNode;
 
 namespace {
 
+// The XML reader's reason for refusing a file, in the language of the texts; a reason the
+// table does not know is shown as the reader wrote it.
+std::wstring XmlReasonText(std::string_view reason)
+{
+    static constexpr std::pair<std::string_view, unsigned> kReasons[] = {
+        {"Unexpected end of data", 60100},
+        {"Unexpected end of data: an element is not closed", 60101},
+        {"Bad CDATA section", 60102},
+        {"Unterminated CDATA section", 60103},
+        {"Bad DOCTYPE", 60104},
+        {"DOCTYPE inside an element", 60105},
+        {"Bad attribute: '=' expected", 60106},
+        {"Bad attribute: blank expected", 60107},
+        {"Bad attribute: quote expected", 60108},
+        {"Bad attribute: unterminated value", 60109},
+        {"Bad comment", 60110},
+        {"Unterminated comment", 60111},
+        {"Bad processing instruction", 60112},
+        {"Bad start tag", 60113},
+        {"Bad end tag", 60114},
+        {"Unrecognized tag", 60115},
+        {"Start-end tags mismatch", 60116},
+        {"More than one document element", 60117},
+        {"No document element", 60118},
+        {"Text outside the document element", 60119},
+        {"Text too long", 60120},
+    };
+    for (auto const& [english, id] : kReasons)
+        if (reason == english)
+            return ZoLoadString(id);
+    return ZoFromUtf8(reason);
+}
+
 int Index(ProjectDoc doc)
 {
     return static_cast<int>(doc);
@@ -186,7 +219,7 @@ bool ProjectFolder::Load(ProjectDoc doc, std::wstring& error)
     }
     bytes = {};
     if (!parsed) {
-        error = ParseFailureMessage(shownPath, ZoFromUtf8(document.ErrorText()), document.ErrorOffset());
+        error = ParseFailureMessage(shownPath, XmlReasonText(document.ErrorText()), document.ErrorOffset());
         return false;
     }
     if (document.Root()->Tag() != RootTag(doc)) {

@@ -8,6 +8,7 @@
 
 #include <QLineEdit>
 #include <QStatusBar>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <linux/capability.h>
@@ -216,9 +217,25 @@ TEST_F(HostReliability, RunningOutOfMemoryIsReportedNotFatal)
     EXPECT_EQ(demo.Label("eventsCountLabel"), "23");
 }
 
-// Byte offsets of files over 2 GiB are shown as they are, not wrapped to negative numbers.
-TEST(ProjectFolderMessages, ParseFailureOffsetIsWrittenInFull)
+// A file cut short is refused with the reader's reason in the language of the texts, at the
+// byte where it ends; byte offsets of files over 2 GiB are shown as they are, not wrapped to
+// negative numbers.
+TEST(ProjectFolderMessages, AParseFailureNamesTheReasonAndTheOffsetInFull)
 {
+    QTemporaryDir dir;
+    for (QString const& name : QDir(kDemoFolder).entryList(QDir::Files))
+        ASSERT_TRUE(QFile::copy(QDir(kDemoFolder).filePath(name), QDir(dir.path()).filePath(name)));
+    QString const events = QDir(dir.path()).filePath("Events.zocfg");
+    QByteArray const cut = "<?xml version=\"1.0\"?>\n<eventsConfiguration><events>";
+    QFile file(events);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(cut);
+    file.close();
+    std::wstring error;
+    EXPECT_EQ(ProjectFolder::Open(dir.path(), error), nullptr);
+    EXPECT_EQ(QString::fromStdWString(error), Said(60042, QDir::toNativeSeparators(events).toStdWString().c_str(),
+                                                   ZoLoadString(60101).c_str(), std::to_wstring(cut.size()).c_str()));
+
     std::wstring const text = ProjectFolder::ParseFailureMessage(L"/p/Events.zocfg", L"Unexpected end", 3000000123ull);
     EXPECT_EQ(QString::fromStdWString(text), Said(60042, L"/p/Events.zocfg", L"Unexpected end", L"3000000123"));
 }
