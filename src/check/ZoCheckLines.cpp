@@ -90,10 +90,12 @@ public:
     void StartElement(std::string_view name) override
     {
         m_counter.Reached(name.data());
-        if (m_depth == 1)
-            m_lines.emplace_back();
-        else if (m_depth == 2)
-            m_lines.back().push_back(m_counter.LineAt(name.data()));
+        if (m_depth == 1) {
+            m_lines.children.push_back(m_counter.LineAt(name.data()));
+            m_lines.grandchildren.emplace_back();
+        } else if (m_depth == 2) {
+            m_lines.grandchildren.back().push_back(m_counter.LineAt(name.data()));
+        }
         ++m_depth;
     }
     void Attribute(std::string_view, std::string_view) override {}
@@ -119,10 +121,15 @@ ZoChildLines ZoFindChildLines(char const* data, std::size_t size, std::function<
 
 void ZoApplyChildLines(std::vector<ZoFinding>& findings, zo::project::ProjectDoc file, ZoChildLines const& lines)
 {
-    for (ZoFinding& finding : findings)
-        if (finding.file == file && finding.path.size() == 2 && finding.path[0] < lines.size()
-            && finding.path[1] < lines[finding.path[0]].size())
-            finding.line = lines[finding.path[0]][finding.path[1]];
+    for (ZoFinding& finding : findings) {
+        std::vector<std::uint32_t> const& path = finding.path;
+        if (finding.file != file || path.empty() || path.size() > 2 || path[0] >= lines.children.size())
+            continue;
+        if (path.size() == 1)
+            finding.line = lines.children[path[0]];
+        else if (path[1] < lines.grandchildren[path[0]].size())
+            finding.line = lines.grandchildren[path[0]][path[1]];
+    }
 }
 
 void ZoFindLines(std::vector<ZoFinding>& findings, zo::project::ProjectDoc file, char const* data, std::size_t size,

@@ -15,11 +15,15 @@
 void ZoFindLines(std::vector<ZoFinding>& findings, zo::project::ProjectDoc file, char const* data,
                  std::size_t size, std::function<void(std::size_t offset)> const& consumed = {});
 
-// The line of every element two levels below the root (each event, each group...): by the
-// position of its parent among the root's children, then its own. What most findings are
-// about, found in one pass that needs no findings, so that it can run while the check does.
-using ZoChildLines = std::vector<std::vector<int>>;
+// The line of every child of the root (`events`...) and of each of their children (each
+// event, each group...), by position: what nearly every finding is about, found in one pass
+// that needs no findings, so that it can run while the check does.
+struct ZoChildLines {
+    std::vector<int> children;                // of the root's children
+    std::vector<std::vector<int>> grandchildren; // of their children, by the child's position
+};
 ZoChildLines ZoFindChildLines(char const* data, std::size_t size,
                               std::function<void(std::size_t offset)> const& consumed = {});
-// Gives each finding of file whose element lies two levels below the root its line from lines.
+// Gives each finding of file whose element lies one or two levels below the root its line
+// from lines.
 void ZoApplyChildLines(std::vector<ZoFinding>& findings, zo::project::ProjectDoc file, ZoChildLines const& lines);
