@@ -51,9 +51,6 @@ public:
     ZoProjectChecker(ZoProjectChecker const&) = delete;
     ZoProjectChecker& operator=(ZoProjectChecker const&) = delete;
 
-    // Every finding at once. A large project's events are checked on two threads where the
-    // computer has two processors (the documents and the catalog must not change meanwhile);
-    // the findings are the same, in the same order.
     std::vector<ZoFinding> CheckProject();
     // The same check in steps, for a caller that must stay responsive: BeginProject, then
     // StepProject until it returns true. Each step checks up to `events` events and appends
