@@ -241,8 +241,6 @@ private:
 
 // The rules over one event (ZoEventRules.cpp, ZoActionRules.cpp).
 void CheckEventIdentity(ZoProjectChecker::Context& context, EventUnderCheck const& event);
-// Marks the registrations of the event as having their event; returns how many it has.
-int MarkEventRegistered(ZoProjectChecker::Context& context, EventUnderCheck const& event);
 void CheckEventFormulas(ZoProjectChecker::Context& context, EventUnderCheck const& event);
 void CheckEventReferences(ZoProjectChecker::Context& context, EventUnderCheck const& event);
 void CheckEventActions(ZoProjectChecker::Context& context, EventUnderCheck const& event);

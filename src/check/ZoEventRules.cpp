@@ -297,15 +297,6 @@ void CheckPlaceholders(Context& context, EventUnderCheck const& event, ZoCheckFi
 
 } // namespace
 
-int MarkEventRegistered(Context& context, EventUnderCheck const& event)
-{
-    Registration* const registered = context.registrations.Find(event.Utf8(KeyId));
-    if (!registered)
-        return 0;
-    registered->matched = true;
-    return registered->count;
-}
-
 void CheckEventIdentity(Context& context, EventUnderCheck const& event)
 {
     if (event.name.empty())
@@ -317,7 +308,10 @@ void CheckEventIdentity(Context& context, EventUnderCheck const& event)
             context.Add(event, ZoSeverity::Error, "duplicate-name", ZoCheckField::Name,
                         ZoFormat(context.Text(64532).c_str(), same));
     }
-    int const count = MarkEventRegistered(context, event);
+    Registration* const registered = context.registrations.Find(event.Utf8(KeyId));
+    int const count = registered ? registered->count : 0;
+    if (registered)
+        registered->matched = true;
     if (count == 0)
         context.Add(event, ZoSeverity::Error, "not-registered", ZoCheckField::Identity, context.Text(64534));
     else if (count > 1)

@@ -7,10 +7,7 @@
 #include "platform/tools/ZoUtf.h"
 #include "project/ProjectFiles.h"
 
-#include <exception>
-#include <iterator>
 #include <limits>
-#include <thread>
 
 using namespace zo::check;
 using zo::project::ProjectDoc;
@@ -323,73 +320,12 @@ ZoProjectChecker::~ZoProjectChecker() = default;
 std::vector<ZoFinding> ZoProjectChecker::CheckProject()
 {
     std::vector<ZoFinding> findings;
-    Context& context = *m_context;
-    std::size_t const events = context.eventsElement ? static_cast<std::size_t>(context.eventsElement->Size()) : 0;
     // Most projects have fewer findings than events: one allocation for most of them.
-    findings.reserve(events);
+    if (m_context->eventsElement)
+        findings.reserve(static_cast<std::size_t>(m_context->eventsElement->Size()));
     BeginProject();
-    // A small project is checked at once; a large one on two processors where there are two.
-    constexpr std::size_t kEventsWorthAThread = 20000;
-    if (events < kEventsWorthAThread || std::thread::hardware_concurrency() < 2)
-        StepProject(std::numeric_limits<std::size_t>::max(), findings);
-    else
-        CheckInTwoHalves(findings);
+    StepProject(std::numeric_limits<std::size_t>::max(), findings);
     return findings;
-}
-
-// The rules of each event of the second half run on another thread, with a context of its
-// own (its evaluator, its buffers and its indexes; the catalog is shared, and read only);
-// this thread checks the first half and gathers every event's part of the project-wide
-// rules, which then run here. The documents are only read, by both threads.
-void ZoProjectChecker::CheckInTwoHalves(std::vector<ZoFinding>& findings)
-{
-    Context& context = *m_context;
-    auto const middlePosition = static_cast<std::uint32_t>(context.eventsElement->Size() / 2);
-    XmlNode const* middle = context.eventsElement->FirstChild();
-    for (std::uint32_t i = 0; middle && i < middlePosition; ++i)
-        middle = middle->NextSibling();
-
-    ZoCheckOptions options;
-    options.from = context.from;
-    options.catalog = context.catalog;
-    std::vector<ZoFinding> secondHalf;
-    std::exception_ptr failure;
-    std::thread worker([&] {
-        try {
-            Context own(context.docs, options);
-            own.out = &secondHalf;
-            std::uint32_t position = middlePosition;
-            for (XmlNode const* node = middle; node; node = node->NextSibling(), ++position)
-                if (node->HasTag(L"event"))
-                    CheckOneEvent(own, EventUnderCheck(*node, position, own.keyTags, own.eventName, own.eventId));
-        } catch (...) {
-            failure = std::current_exception();
-        }
-    });
-
-    context.out = &findings;
-    std::uint32_t position = 0;
-    for (XmlNode const* node = context.eventsElement->FirstChild(); node; node = node->NextSibling(), ++position) {
-        if (!node->HasTag(L"event"))
-            continue;
-        EventUnderCheck const event(*node, position, context.keyTags, context.eventName, context.eventId);
-        if (position < middlePosition)
-            CheckOneEvent(context, event);
-        else
-            MarkEventRegistered(context, event); // what the other thread's rules of the event did in its own indexes
-        context.pass->Collect(event);
-    }
-    worker.join();
-    if (failure) {
-        context.out = nullptr;
-        context.pass.reset();
-        std::rethrow_exception(failure);
-    }
-    findings.insert(findings.end(), std::make_move_iterator(secondHalf.begin()), std::make_move_iterator(secondHalf.end()));
-    context.next = nullptr;
-    context.pass->Report();
-    context.pass.reset();
-    context.out = nullptr;
 }
 
 void ZoProjectChecker::BeginProject()

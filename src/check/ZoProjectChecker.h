@@ -65,8 +65,6 @@ public:
     struct Context;
 
 private:
-    void CheckInTwoHalves(std::vector<ZoFinding>& findings);
-
     std::unique_ptr<Context> m_context;
 };
 

@@ -85,53 +85,6 @@ TEST_F(CheckProject, CheckingOneEventAgainSeesItsEditAndItsNewName)
     EXPECT_EQ(Rules(m_checker->CheckEvent(1)), std::set<std::string>{"sms-action"});
 }
 
-// A large project is checked on two threads at once: it finds what the check in steps finds,
-// in the same order, also where the faults of one event meet those of another across the
-// halves (a name or an id used twice, a registration whose event is in either half).
-TEST_F(CheckProject, ALargeProjectCheckedOnTwoThreadsFindsWhatTheStepsFind)
-{
-    constexpr int kEvents = 24000;
-    std::string events;
-    std::string registrations;
-    for (int i = 0; i < kEvents; ++i) {
-        std::string const id = "{E" + std::to_string(i % 7919 == 5 ? 5 : i) + "}"; // ids used twice
-        std::string const name = "Event " + std::to_string(i % 9973 == 3 ? 3 : i);  // names used twice
-        std::string fields;
-        if (i % 1000 == 7)
-            fields = "<condition>[PLC1.XX] = 1</condition>";
-        else if (i % 1000 == 8)
-            fields = "<notify>T</notify><condition>[PLC1.LEVEL] &gt; 5</condition><delayToActivate>0</delayToActivate>";
-        else if (i % 1000 == 9)
-            fields = "<actions><activate><sms><id>{S" + std::to_string(i) + "}</id><message>Trip</message></sms></activate></actions>";
-        events += Event(id, name, fields);
-        if (i % 5000 != 11) // not registered
-            registrations += "<device><id>" + id + "</id><type>R$EVE</type></device>";
-    }
-    registrations += "<device><id>{E-OTHER}</id><type>R$EVE</type></device><device><id>{GONE}</id><type>R$EVE</type></device>";
-    std::vector<ZoFinding> const whole = Check(events, kTimeTables, &registrations);
-
-    ZoCheckOptions options;
-    options.from = QDate(2026, 1, 1);
-    ZoProjectChecker steps({m_events.Root(), m_timeTables.Root(), m_devices.Root(), m_users.Root(),
-                            QDir(m_folder.path()).absolutePath().toStdWString()},
-                           options);
-    std::vector<ZoFinding> stepped;
-    steps.BeginProject();
-    while (!steps.StepProject(777, stepped)) {
-    }
-    ASSERT_EQ(whole.size(), stepped.size());
-    for (std::size_t i = 0; i < whole.size(); ++i) {
-        EXPECT_EQ(whole[i].rule, stepped[i].rule) << i;
-        EXPECT_EQ(whole[i].path, stepped[i].path) << i;
-        EXPECT_EQ(whole[i].message, stepped[i].message) << i;
-    }
-    std::set<std::string> const expected{"unknown-variable", "chattering", "sms-action", "duplicate-id",
-                                         "duplicate-name", "not-registered", "registered-twice", "orphan-registration"};
-    std::set<std::string> rules = Rules(whole);
-    for (std::string const& rule : expected)
-        EXPECT_TRUE(rules.contains(rule)) << rule;
-}
-
 TEST_F(CheckProject, TheFloodBoundCountsNotifyingEventsAllowedAtOneMoment)
 {
     std::vector<ZoFinding> findings = Check(
