@@ -97,6 +97,7 @@ void CheckDevice(Context& context, EventUnderCheck const& event, ActionPlace con
     if (ReportFault(context, event, place, "device-action", ZoCheckDeviceAction(action)))
         return;
     std::wstring const name = WideValue(action, L"name");
+    context.NeedEventsIfNamed(name);
     if (!context.catalog->Find(name))
         Report(context, event, place, "unknown-device-action", ZoFormat(ZoLoadString(64555).c_str(), name.c_str()));
 }
@@ -110,6 +111,8 @@ void CheckForce(Context& context, EventUnderCheck const& event, ActionPlace cons
     std::wstring& value = context.valueText;
     value.clear();
     ZoAppendUtf8AsWide(value, KeyText(action, context.eventsTags.value));
+    context.NeedEventsIfNamed(variable);
+    context.NeedEventsIfNamed(value);
     ReportFault(context, event, place, "force-action", ZoCheckForceAction(context.evaluator, variable, value));
 }
 

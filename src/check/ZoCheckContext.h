@@ -153,6 +153,10 @@ struct ZoProjectChecker::Context {
     QDate to;
     std::unique_ptr<ZoDeviceCatalog> ownCatalog;
     ZoDeviceCatalog const* catalog = nullptr;
+    // The events pseudo-devices of a catalog of the check's own are built when a text first
+    // names one ("R$EVE_..."): most projects' formulas name only devices.
+    bool eventsPending = false;
+    void NeedEventsIfNamed(std::wstring_view text);
     ZoEvaluator evaluator;
     ZoTimeTableResolution timeTables;
     zo::check::Utf8Set groupIds;

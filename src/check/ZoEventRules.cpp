@@ -62,6 +62,7 @@ std::wstring KindMessage(ZoEvaluator& evaluator, ZoFormulaRole role)
 // Judges one formula in the meaning the editor gives its field.
 FormulaOutcome JudgeFormula(Context& context, std::wstring_view text, ZoFormulaRole role)
 {
+    context.NeedEventsIfNamed(text);
     ZoEvaluator& evaluator = context.evaluator;
     FormulaOutcome outcome;
     if (auto const fault = ZoFormulaFault(evaluator, text, role)) {

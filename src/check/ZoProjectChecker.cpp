@@ -5,6 +5,7 @@
 #include "editor/ZoEventFields.h"
 #include "platform/tools/ZoTexts.h"
 #include "platform/tools/ZoUtf.h"
+#include "platform/drivers/ZoEventVariables.h"
 #include "project/ProjectFiles.h"
 
 #include <limits>
@@ -165,7 +166,7 @@ ZoProjectChecker::Context::Context(ZoProjectDocs givenDocs, ZoCheckOptions optio
     if (!catalog) {
         ownCatalog = std::make_unique<ZoDeviceCatalog>();
         ownCatalog->LoadDevices(docs.devices);
-        ownCatalog->LoadEvents(docs.events);
+        eventsPending = docs.events != nullptr;
         catalog = ownCatalog.get();
     }
     evaluator.SetCatalog(catalog);
@@ -184,6 +185,14 @@ ZoProjectChecker::Context::Context(ZoProjectDocs givenDocs, ZoCheckOptions optio
     IndexRegistrations();
     IndexFolder();
     IndexUsers();
+}
+
+void ZoProjectChecker::Context::NeedEventsIfNamed(std::wstring_view text)
+{
+    if (eventsPending && text.find(kZoEventsDevicePrefix) != std::wstring_view::npos) {
+        ownCatalog->LoadEvents(docs.events);
+        eventsPending = false;
+    }
 }
 
 TableState const& ZoProjectChecker::Context::TableOf(std::string_view utf8Id)
