@@ -105,12 +105,8 @@ void CheckDevice(Context& context, EventUnderCheck const& event, ActionPlace con
 // A force action's variable and value, converted into buffers kept for the next action.
 void CheckForce(Context& context, EventUnderCheck const& event, ActionPlace const& place, XmlNode const& action)
 {
-    std::wstring& variable = context.formulaText;
-    variable.clear();
-    ZoAppendUtf8AsWide(variable, KeyText(action, context.eventsTags.variable));
-    std::wstring& value = context.valueText;
-    value.clear();
-    ZoAppendUtf8AsWide(value, KeyText(action, context.eventsTags.value));
+    std::wstring const& variable = WideInto(context.formulaText, KeyText(action, context.eventsTags.variable));
+    std::wstring const& value = WideInto(context.valueText, KeyText(action, context.eventsTags.value));
     context.NeedEventsIfNamed(variable);
     context.NeedEventsIfNamed(value);
     ReportFault(context, event, place, "force-action", ZoCheckForceAction(context.evaluator, variable, value));

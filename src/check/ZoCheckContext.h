@@ -136,6 +136,10 @@ XmlNode const* KeyChild(XmlNode const* element, void const* tag);
 // would keep it there for the document's life).
 std::wstring WideValue(XmlNode const& element, std::wstring_view key);
 
+// utf8 as wide text, written into buffer (kept from one event to the next, so that walking
+// many events allocates nothing for it); returns buffer.
+std::wstring const& WideInto(std::wstring& buffer, std::string_view utf8);
+
 // The position of child among its parent's children.
 std::uint32_t PositionOf(XmlNode const& child);
 

@@ -201,14 +201,6 @@ void CheckAlarmShape(Context& context, EventUnderCheck const& event, std::wstrin
         context.Add(event, ZoSeverity::Warning, "never-clears", ZoCheckField::StopCondition, context.Text(64550));
 }
 
-// The wide text of a key, written into a buffer that the next event reuses.
-std::wstring const& WideInto(std::wstring& buffer, std::string_view utf8)
-{
-    buffer.clear();
-    ZoAppendUtf8AsWide(buffer, utf8);
-    return buffer;
-}
-
 void CheckConditions(Context& context, EventUnderCheck const& event)
 {
     std::wstring const& condition = WideInto(context.conditionText, event.Utf8(KeyCondition));

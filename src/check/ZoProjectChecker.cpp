@@ -81,6 +81,13 @@ std::wstring WideValue(XmlNode const& element, std::wstring_view key)
     return ZoFromUtf8(element.ValueUtf8(key));
 }
 
+std::wstring const& WideInto(std::wstring& buffer, std::string_view utf8)
+{
+    buffer.clear();
+    ZoAppendUtf8AsWide(buffer, utf8);
+    return buffer;
+}
+
 std::wstring EventUnderCheck::Wide(EventKey key) const
 {
     return keys[key] ? ZoFromUtf8(keys[key]->TextUtf8()) : std::wstring();
@@ -99,10 +106,8 @@ EventUnderCheck::EventUnderCheck(XmlNode const& event, std::uint32_t position_, 
                 break;
             }
     }
-    nameText.clear();
-    ZoAppendUtf8AsWide(nameText, Utf8(KeyName));
-    idText.clear();
-    ZoAppendUtf8AsWide(idText, Utf8(KeyId));
+    WideInto(nameText, Utf8(KeyName));
+    WideInto(idText, Utf8(KeyId));
 }
 
 } // namespace zo::check
