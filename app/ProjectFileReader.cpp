@@ -159,6 +159,11 @@ void ProjectFileBytes::Reserve(std::size_t capacity)
         throw std::bad_alloc();
     m_data = static_cast<char*>(memory);
     m_capacity = capacity;
+#ifdef MADV_HUGEPAGE
+    // A large file is read into huge pages where the system offers them on request: one
+    // page fault for 2 MB instead of 512.
+    ::madvise(m_data, m_capacity, MADV_HUGEPAGE);
+#endif
 }
 
 void ProjectFileBytes::ReleaseBefore(std::size_t offset)
