@@ -1,13 +1,16 @@
 #include "CommandProject.h"
 
 #include "CliText.h"
+#include "ProjectFileReader.h"
 #include "actions/ZoUsersDocument.h"
 #include "check/ZoCheckLines.h"
 
 #include <QDir>
 #include <QFile>
 
+#include <fcntl.h>
 #include <sys/mman.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using zo::project::ProjectDoc;
@@ -39,20 +42,28 @@ namespace {
 
 // Calls read(data, size, consumed) on the mapped file of doc in folder; the pages read are
 // handed back as the scan goes on, so that a large file is never resident whole beside the
-// project or the findings. False when the file cannot be mapped.
+// project or the findings. Only a regular file no larger than a project file may be is
+// read, and opening it never waits (a pipe, a device): the scan may start before the open
+// has looked at the file. False when the file is not read.
 template <class Read>
 bool ReadMapped(QString const& folder, ProjectDoc doc, Read const& read)
 {
-    QFile file(QDir(folder).filePath(QString::fromWCharArray(zo::project::FileName(doc))));
-    if (!file.open(QIODevice::ReadOnly) || file.size() == 0)
+    QByteArray const path = QFile::encodeName(QDir(folder).filePath(QString::fromWCharArray(zo::project::FileName(doc))));
+    int const descriptor = ::open(path.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+    if (descriptor < 0)
         return false;
-    uchar* data = file.map(0, file.size());
-    if (!data)
+    struct stat status {};
+    bool const readable = ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0
+        && status.st_size <= MaxProjectFileBytes();
+    std::size_t const size = readable ? static_cast<std::size_t>(status.st_size) : 0;
+    void* const data = readable ? mmap(nullptr, size, PROT_READ, MAP_PRIVATE, descriptor, 0) : MAP_FAILED;
+    ::close(descriptor);
+    if (data == MAP_FAILED)
         return false;
     std::size_t const page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
-    read(reinterpret_cast<char const*>(data), static_cast<std::size_t>(file.size()),
+    read(static_cast<char const*>(data), size,
          [data, page](std::size_t consumed) { madvise(data, consumed / page * page, MADV_DONTNEED); });
-    file.unmap(data);
+    munmap(data, size);
     return true;
 }
 

@@ -11,6 +11,7 @@
 #   JSON_LIKE        a text output file: the JSON output must parse and hold as many
 #                    findings, errors and warnings as it has lines of each (optional)
 #   MAKE_DIR_DOC     make this folder with a folder in place of Devices.zocfg first
+#   MAKE_PIPE_DOC    make this folder with a named pipe in place of Events.zocfg first
 #   COPY_WARNING     copy examples/demo here first, with one annotation placeholder that
 #                    refers to a missing argument (a warning and nothing else)
 #   STDOUT_MATCH     a regular expression the standard output must match (optional)
@@ -23,6 +24,14 @@ string(REPLACE "|" ";" arguments "${ARGS}")
 if(MAKE_DIR_DOC)
   file(REMOVE_RECURSE "${MAKE_DIR_DOC}")
   file(MAKE_DIRECTORY "${MAKE_DIR_DOC}/Devices.zocfg")
+endif()
+if(MAKE_PIPE_DOC)
+  file(REMOVE_RECURSE "${MAKE_PIPE_DOC}")
+  file(MAKE_DIRECTORY "${MAKE_PIPE_DOC}")
+  execute_process(COMMAND mkfifo "${MAKE_PIPE_DOC}/Events.zocfg" RESULT_VARIABLE made)
+  if(NOT made EQUAL 0)
+    message(FATAL_ERROR "mkfifo failed: ${made}")
+  endif()
 endif()
 if(COPY_WARNING)
   file(REMOVE_RECURSE "${COPY_WARNING}")
@@ -49,7 +58,8 @@ if(COPY_DEMO)
   file(READ "${COPY_DEMO}/Devices.zocfg" devices_before)
 endif()
 
-execute_process(COMMAND "${PROGRAM}" ${arguments}
+# A program that waits on a pipe never ends on its own: the time limit ends it.
+execute_process(COMMAND "${PROGRAM}" ${arguments} TIMEOUT 120
                 RESULT_VARIABLE status OUTPUT_VARIABLE out ERROR_VARIABLE err)
 if(NOT status STREQUAL "${STATUS}")
   message(FATAL_ERROR "exit status ${status}, expected ${STATUS}\nstdout:\n${out}\nstderr:\n${err}")
