@@ -2,12 +2,16 @@
 
 #include "CliText.h"
 #include "CommandProject.h"
-#include "check/ZoCheckReport.h"
+#include "FindingsOutput.h"
 #include "check/ZoProjectChecker.h"
 
-#include <QDir>
+#include <chrono>
+#include <optional>
 
 namespace {
+
+// Events checked between two writes of their findings.
+constexpr std::size_t kEventsPerStep = 1024;
 
 struct CheckArguments {
     bool json = false;
@@ -70,12 +74,12 @@ int RunCheckCommand(QStringList const& arguments, std::FILE* out, std::FILE* err
     QString usage;
     if (!ParseArguments(arguments, parsed, usage))
         return CommandLineError("check", usage, kCheckUsage, err);
+    // Most findings are about an event: their lines are found on the second processor while
+    // this one opens the project.
+    std::future<ZoChildLines> eventLines = StartFindingEventLines(parsed.folder);
     std::unique_ptr<ProjectFolder> project = OpenCommandProject("check", parsed.folder, err);
     if (!project)
         return 2;
-    // Most findings are about an event: their lines are found on the second processor while
-    // this one checks the project (the open has refused any file that cannot be read).
-    std::future<ZoChildLines> eventLines = StartFindingEventLines(project->Folder());
     LoadUsersOf(*project);
     ZoProjectDocs docs;
     docs.events = project->Events().Root();
@@ -85,21 +89,33 @@ int RunCheckCommand(QStringList const& arguments, std::FILE* out, std::FILE* err
     docs.folder = project->Folder().toStdWString();
     ZoCheckOptions options;
     options.from = parsed.from;
-    std::vector<ZoFinding> findings = ZoCheckProject(docs, options);
     QString const folder = project->Folder();
-    project.reset();
-    ZoApplyChildLines(findings, zo::project::ProjectDoc::Events, eventLines.get());
-    FindLinesIn(folder, findings);
-
-    if (parsed.json) {
-        std::string const json = ZoFindingsJson(QDir::toNativeSeparators(folder).toStdWString(), findings);
-        std::fwrite(json.data(), 1, json.size(), out);
-    } else {
-        for (ZoFinding const& finding : findings)
-            WriteLine(out, ZoFindingLine(finding));
+    FindingsOutput output(out, parsed.json, folder);
+    // The events' findings are written a step at a time, as soon as their lines are known,
+    // so that a large project's findings are never all held at once. The last step's (the
+    // project-wide ones, also in the other files) wait for the tree to go.
+    std::vector<ZoFinding> findings;
+    std::optional<ZoChildLines> lines;
+    {
+        ZoProjectChecker checker(docs, options);
+        checker.BeginProject();
+        while (!checker.StepProject(kEventsPerStep, findings)) {
+            if (!lines && eventLines.wait_for(std::chrono::seconds(0)) == std::future_status::ready)
+                lines = eventLines.get();
+            if (lines) {
+                ZoApplyChildLines(findings, zo::project::ProjectDoc::Events, *lines);
+                output.Write(findings);
+                findings.clear();
+            }
+        }
     }
-    std::fflush(out);
-    ZoCheckCounts const counts = ZoCountFindings(findings);
+    project.reset();
+    if (!lines)
+        lines = eventLines.get();
+    ZoApplyChildLines(findings, zo::project::ProjectDoc::Events, *lines);
+    FindLinesIn(folder, findings);
+    output.Write(findings);
+    ZoCheckCounts const counts = output.Finish();
     if (!parsed.json)
         WriteLine(err, ZoCliCounts(counts));
     if (counts.errors > 0 || (parsed.warningsAsErrors && counts.warnings > 0))

@@ -2,10 +2,9 @@
 
 #include "CliText.h"
 #include "CommandProject.h"
-#include "check/ZoCheckReport.h"
+#include "FindingsOutput.h"
 #include "uses/ZoWhereUsed.h"
 
-#include <QDir>
 
 namespace {
 
@@ -68,14 +67,9 @@ int RunUsesCommand(QStringList const& arguments, std::FILE* out, std::FILE* err)
     QString const folder = project->Folder();
     project.reset();
     FindLinesIn(folder, uses);
-    if (parsed.json) {
-        std::string const json = ZoFindingsJson(QDir::toNativeSeparators(folder).toStdWString(), uses);
-        std::fwrite(json.data(), 1, json.size(), out);
-    } else {
-        for (ZoFinding const& use : uses)
-            WriteLine(out, ZoFindingLine(use));
-    }
-    std::fflush(out);
+    FindingsOutput output(out, parsed.json, folder);
+    output.Write(uses);
+    output.Finish();
     if (!parsed.json)
         WriteLine(err, ZoCliMessage(uses.size() == 1 ? 64747 : 64748, static_cast<int>(uses.size())).toStdString());
     return uses.empty() ? 1 : 0;

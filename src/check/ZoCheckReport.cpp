@@ -79,8 +79,10 @@ QJsonObject ToJson(ZoFinding const& finding)
 std::string ZoFindingLine(ZoFinding const& finding)
 {
     std::string line = ZoToUtf8(zo::project::FileName(finding.file));
-    if (finding.line > 0)
-        line += ":" + std::to_string(finding.line);
+    if (finding.line > 0) {
+        line += ':';
+        line += std::to_string(finding.line);
+    }
     line += ": ";
     line += ZoSeverityWord(finding.severity);
     line += ": ";
@@ -93,18 +95,48 @@ std::string ZoFindingLine(ZoFinding const& finding)
     return line;
 }
 
+namespace {
+
+// A JSON string, quoted and escaped.
+std::string JsonString(QString const& text)
+{
+    QByteArray const array = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
+    return array.mid(1, array.size() - 2).toStdString(); // without the brackets
+}
+
+} // namespace
+
+std::string ZoFindingsJsonHead(std::wstring const& folder)
+{
+    return "{\n    \"folder\": " + JsonString(QString::fromStdWString(folder)) + ",\n    \"findings\": [";
+}
+
+std::string ZoFindingJson(ZoFinding const& finding, bool first)
+{
+    // Indented as an element of the findings array.
+    QByteArray const object = QJsonDocument(ToJson(finding)).toJson(QJsonDocument::Indented).trimmed();
+    std::string item = first ? "\n" : ",\n";
+    item.reserve(item.size() + static_cast<std::size_t>(object.size()) * 5 / 4);
+    for (QByteArray const& line : object.split('\n')) {
+        if (item.size() > 2)
+            item += '\n';
+        item += "        ";
+        item.append(line.constData(), static_cast<std::size_t>(line.size()));
+    }
+    return item;
+}
+
+std::string ZoFindingsJsonTail(ZoCheckCounts const& counts, bool empty)
+{
+    return std::string(empty ? "" : "\n    ") + "],\n    \"errors\": " + std::to_string(counts.errors)
+        + ",\n    \"warnings\": " + std::to_string(counts.warnings) + ",\n    \"notes\": "
+        + std::to_string(counts.notes) + "\n}\n";
+}
+
 std::string ZoFindingsJson(std::wstring const& folder, std::vector<ZoFinding> const& findings)
 {
-    QJsonArray list;
-    for (ZoFinding const& finding : findings)
-        list.append(ToJson(finding));
-    ZoCheckCounts const counts = ZoCountFindings(findings);
-    QJsonObject const root{
-        {"folder", QString::fromStdWString(folder)},
-        {"errors", counts.errors},
-        {"warnings", counts.warnings},
-        {"notes", counts.notes},
-        {"findings", list},
-    };
-    return QJsonDocument(root).toJson(QJsonDocument::Indented).toStdString();
+    std::string json = ZoFindingsJsonHead(folder);
+    for (std::size_t i = 0; i < findings.size(); ++i)
+        json += ZoFindingJson(findings[i], i == 0);
+    return json + ZoFindingsJsonTail(ZoCountFindings(findings), findings.empty());
 }

@@ -16,3 +16,9 @@ std::string ZoFindingLine(ZoFinding const& finding);
 // severity, rule, subject, name, id, field (and for an action its list, moment and
 // index), column and message.
 std::string ZoFindingsJson(std::wstring const& folder, std::vector<ZoFinding> const& findings);
+// The same object in pieces, for a program that writes each finding as it is found: the
+// head, each finding (the first without a comma before it), then the tail with
+// the counts of them all (empty: no finding was written).
+std::string ZoFindingsJsonHead(std::wstring const& folder);
+std::string ZoFindingJson(ZoFinding const& finding, bool first);
+std::string ZoFindingsJsonTail(ZoCheckCounts const& counts, bool empty);

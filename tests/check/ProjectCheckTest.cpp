@@ -7,6 +7,10 @@
 #include "timeline/ZoTimeline.h"
 #include "timetables/ZoTimeTableResolution.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
 using namespace check_test;
 
 namespace {
@@ -104,10 +108,19 @@ TEST_F(CheckProject, JsonHoldsTheCountsAndEveryField)
 {
     std::vector<ZoFinding> findings = Check(Event("{E-CASE}", "Case", "<annotation>%a3</annotation>"));
     std::string const json = ZoFindingsJson(L"/p", findings);
-    EXPECT_NE(json.find("\"errors\": 0"), std::string::npos) << json;
-    EXPECT_NE(json.find("\"warnings\": 1"), std::string::npos) << json;
-    EXPECT_NE(json.find("\"rule\": \"annotation-placeholder\""), std::string::npos) << json;
-    EXPECT_NE(json.find("\"field\": \"annotation\""), std::string::npos) << json;
+    // Written in pieces: it parses, with or without findings, and the folder is escaped.
+    QJsonParseError error;
+    QJsonObject const object = QJsonDocument::fromJson(QByteArray::fromStdString(json), &error).object();
+    ASSERT_EQ(error.error, QJsonParseError::NoError) << json;
+    EXPECT_EQ(object["errors"].toInt(), 0);
+    EXPECT_EQ(object["warnings"].toInt(), 1);
+    EXPECT_EQ(object["findings"].toArray().size(), 2); // and the project's flood bound
+    EXPECT_EQ(object["findings"][0]["rule"].toString(), "annotation-placeholder");
+    EXPECT_EQ(object["findings"][0]["field"].toString(), "annotation");
+    QJsonObject const none = QJsonDocument::fromJson(QByteArray::fromStdString(ZoFindingsJson(L"C:\\\"p\"", {}))).object();
+    EXPECT_EQ(none["folder"].toString(), "C:\\\"p\"");
+    EXPECT_TRUE(none["findings"].isArray() && none["findings"].toArray().isEmpty());
+    EXPECT_EQ(none["errors"].toInt(), 0);
 }
 
 TEST(TimeTableResolution, TheDayProgramOfADateByKind)
