@@ -2,9 +2,6 @@
 
 #include "platform/tools/ZoUtf.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 
 namespace {
 
@@ -43,36 +40,61 @@ std::string_view SubjectWord(ZoCheckSubject subject)
     return "";
 }
 
-QString Latin(std::string_view text)
+// Appends text (UTF-8) as a quoted JSON string.
+void AppendJsonString(std::string& out, std::string_view text)
 {
-    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
+    out += '"';
+    for (char const c : text) {
+        switch (c) {
+        case '"': out += "\\\""; break;
+        case '\\': out += "\\\\"; break;
+        case '\n': out += "\\n"; break;
+        case '\r': out += "\\r"; break;
+        case '\t': out += "\\t"; break;
+        case '\b': out += "\\b"; break;
+        case '\f': out += "\\f"; break;
+        default:
+            if (static_cast<unsigned char>(c) < 0x20) {
+                static char const kHex[] = "0123456789abcdef";
+                out += "\\u00";
+                out += kHex[(c >> 4) & 0xF];
+                out += kHex[c & 0xF];
+            } else {
+                out += c;
+            }
+        }
+    }
+    out += '"';
 }
 
-QJsonObject ToJson(ZoFinding const& finding)
-{
-    QJsonObject object{
-        {"file", QString::fromWCharArray(zo::project::FileName(finding.file))},
-        {"line", finding.line},
-        {"severity", Latin(ZoSeverityWord(finding.severity))},
-        {"rule", Latin(finding.rule)},
-        {"subject", Latin(SubjectWord(finding.subject))},
-        {"name", QString::fromStdWString(finding.name)},
-        {"id", QString::fromStdWString(finding.id)},
-        {"field", Latin(FieldWord(finding.field))},
-        {"message", QString::fromStdWString(finding.message)},
-    };
-    if (finding.field == ZoCheckField::Action) {
-        static char const* const kLists[] = {"actions", "clientActions"};
-        static char const* const kMoments[] = {"activate", "while", "deactivate", "acknowledge"};
-        object.insert("list", kLists[finding.list == 1 ? 1 : 0]);
-        object.insert("moment", finding.moment >= 0 && finding.moment < 4 ? kMoments[finding.moment] : "");
+// The members of one object, written in the order given (by name, as JSON writers sort
+// them), indented as an element of the findings array.
+class JsonMembers {
+public:
+    explicit JsonMembers(std::string& out) : m_out(out) { m_out += "        {"; }
+    void Text(std::string_view name, std::string_view utf8)
+    {
+        Name(name);
+        AppendJsonString(m_out, utf8);
     }
-    if (finding.field == ZoCheckField::Action || finding.field == ZoCheckField::Argument)
-        object.insert("index", finding.index);
-    if (finding.column > 0)
-        object.insert("column", finding.column);
-    return object;
-}
+    void Number(std::string_view name, int value)
+    {
+        Name(name);
+        m_out += std::to_string(value);
+    }
+    void End() { m_out += "\n        }"; }
+
+private:
+    void Name(std::string_view name)
+    {
+        m_out += m_first ? "\n            \"" : ",\n            \"";
+        m_first = false;
+        m_out += name;
+        m_out += "\": ";
+    }
+    std::string& m_out;
+    bool m_first = true;
+};
 
 } // namespace
 
@@ -95,34 +117,38 @@ std::string ZoFindingLine(ZoFinding const& finding)
     return line;
 }
 
-namespace {
-
-// A JSON string, quoted and escaped.
-std::string JsonString(QString const& text)
-{
-    QByteArray const array = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
-    return array.mid(1, array.size() - 2).toStdString(); // without the brackets
-}
-
-} // namespace
-
 std::string ZoFindingsJsonHead(std::wstring const& folder)
 {
-    return "{\n    \"folder\": " + JsonString(QString::fromStdWString(folder)) + ",\n    \"findings\": [";
+    std::string head = "{\n    \"folder\": ";
+    AppendJsonString(head, ZoToUtf8(folder));
+    return head + ",\n    \"findings\": [";
 }
 
 std::string ZoFindingJson(ZoFinding const& finding, bool first)
 {
-    // Indented as an element of the findings array.
-    QByteArray const object = QJsonDocument(ToJson(finding)).toJson(QJsonDocument::Indented).trimmed();
     std::string item = first ? "\n" : ",\n";
-    item.reserve(item.size() + static_cast<std::size_t>(object.size()) * 5 / 4);
-    for (QByteArray const& line : object.split('\n')) {
-        if (item.size() > 2)
-            item += '\n';
-        item += "        ";
-        item.append(line.constData(), static_cast<std::size_t>(line.size()));
+    JsonMembers members(item);
+    bool const action = finding.field == ZoCheckField::Action;
+    if (finding.column > 0)
+        members.Number("column", finding.column);
+    members.Text("field", FieldWord(finding.field));
+    members.Text("file", ZoToUtf8(zo::project::FileName(finding.file)));
+    members.Text("id", ZoToUtf8(finding.id));
+    if (action || finding.field == ZoCheckField::Argument)
+        members.Number("index", finding.index);
+    members.Number("line", finding.line);
+    if (action)
+        members.Text("list", finding.list == 1 ? "clientActions" : "actions");
+    members.Text("message", ZoToUtf8(finding.message));
+    if (action) {
+        static char const* const kMoments[] = {"activate", "while", "deactivate", "acknowledge"};
+        members.Text("moment", finding.moment >= 0 && finding.moment < 4 ? kMoments[finding.moment] : "");
     }
+    members.Text("name", ZoToUtf8(finding.name));
+    members.Text("rule", finding.rule);
+    members.Text("severity", ZoSeverityWord(finding.severity));
+    members.Text("subject", SubjectWord(finding.subject));
+    members.End();
     return item;
 }
 
