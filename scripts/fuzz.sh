@@ -11,7 +11,7 @@ set -euo pipefail
 seconds=${1:-300}
 root=$(cd "$(dirname "$0")/.." && pwd)
 build=${BUILD_DIR:-$root/build-fuzz}
-targets=${TARGETS:-"fuzz_parse fuzz_events_paste fuzz_scan fuzz_formula fuzz_timetables_paste fuzz_rename fuzz_sheet_import fuzz_templates fuzz_timeline fuzz_language"}
+targets=${TARGETS:-"fuzz_parse fuzz_events_paste fuzz_scan fuzz_formula fuzz_timetables_paste fuzz_actions_paste fuzz_rename fuzz_sheet_import fuzz_templates fuzz_timeline fuzz_language fuzz_check_lines fuzz_findings_json"}
 
 CC=clang CXX=clang++ cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
   -DZO_BUILD_FUZZ=ON -DZO_BUILD_TESTS=OFF -DZO_BUILD_BENCH=OFF >/dev/null
