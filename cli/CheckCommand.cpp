@@ -74,12 +74,13 @@ int RunCheckCommand(QStringList const& arguments, std::FILE* out, std::FILE* err
     QString usage;
     if (!ParseArguments(arguments, parsed, usage))
         return CommandLineError("check", usage, kCheckUsage, err);
-    // Most findings are about an event: their lines are found on the second processor while
-    // this one opens the project.
-    std::future<ZoChildLines> eventLines = StartFindingEventLines(parsed.folder);
     std::unique_ptr<ProjectFolder> project = OpenCommandProject("check", parsed.folder, err);
     if (!project)
         return 2;
+    // Most findings are about an event: their lines are found on the second processor while
+    // this one checks. Not before the open, which may finish a save that was cut short and
+    // so put another file in place.
+    std::future<ZoChildLines> eventLines = StartFindingEventLines(project->Folder());
     LoadUsersOf(*project);
     ZoProjectDocs docs;
     docs.events = project->Events().Root();

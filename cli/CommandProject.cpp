@@ -43,8 +43,8 @@ namespace {
 // Calls read(data, size, consumed) on the mapped file of doc in folder; the pages read are
 // handed back as the scan goes on, so that a large file is never resident whole beside the
 // project or the findings. Only a regular file no larger than a project file may be is
-// read, and opening it never waits (a pipe, a device): the scan may start before the open
-// has looked at the file. False when the file is not read.
+// read, and opening it never waits (a pipe, a device), whatever was put in the folder since
+// the open looked. False when the file is not read.
 template <class Read>
 bool ReadMapped(QString const& folder, ProjectDoc doc, Read const& read)
 {

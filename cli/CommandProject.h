@@ -26,6 +26,5 @@ void LoadUsersOf(ProjectFolder& project);
 // held twice).
 void FindLinesIn(QString const& folder, std::vector<ZoFinding>& findings);
 // The lines of the events file's events and groups, found on another thread while the
-// project is opened and checked (ZoApplyChildLines then gives them to the findings). It may
-// start before the open: a file the open will refuse is read no further than its size allows.
+// project is checked (ZoApplyChildLines then gives them to the findings).
 std::future<ZoChildLines> StartFindingEventLines(QString const& folder);
