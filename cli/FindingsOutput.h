@@ -16,7 +16,6 @@ public:
     void Write(std::vector<ZoFinding> const& findings);
     // Ends the output (the JSON object's counts) and flushes it; returns the counts.
     ZoCheckCounts Finish();
-    std::size_t Written() const { return m_written; }
 
 private:
     std::FILE* m_out;
