@@ -2,6 +2,7 @@
 
 #include "platform/tools/ZoUtf.h"
 
+#include <string>
 
 namespace {
 
